@@ -1,0 +1,13 @@
+#include "TestEnvironment.h"
+
+#include <QCoreApplication>
+
+#include <gmock/gmock.h>
+
+int main(int argc, char** argv)
+{
+    testsupport::redirectProgramFolders();
+    QCoreApplication app(argc, argv);
+    ::testing::InitGoogleMock(&argc, argv);
+    return RUN_ALL_TESTS();
+}
