@@ -8,29 +8,25 @@
 
 namespace norvik {
 
-QString JSONWriter::write(const TJSONVariantData& data)
-{
+QString JSONWriter::write(const TJSONVariantData& data) {
     QString out;
     append(out, data);
     return out;
 }
 
-QString JSONWriter::valueText(const Variant& value)
-{
+QString JSONWriter::valueText(const Variant& value) {
     QString out;
     appendValue(out, value);
     return out;
 }
 
-QString JSONWriter::quoted(const QString& text)
-{
+QString JSONWriter::quoted(const QString& text) {
     QString out;
     appendQuoted(out, text);
     return out;
 }
 
-void JSONWriter::append(QString& out, const TJSONVariantData& data)
-{
+void JSONWriter::append(QString& out, const TJSONVariantData& data) {
     if (data.VKind == jvUndefined) {
         out += QLatin1String("null");
         return;
@@ -53,8 +49,7 @@ void JSONWriter::append(QString& out, const TJSONVariantData& data)
     out[out.size() - 1] = isObject ? QLatin1Char('}') : QLatin1Char(']');
 }
 
-void JSONWriter::appendValue(QString& out, const Variant& value)
-{
+void JSONWriter::appendValue(QString& out, const Variant& value) {
     const Variant& v = value.deref();
     switch (v.type()) {
     case VarType::JSON:
@@ -84,13 +79,13 @@ void JSONWriter::appendValue(QString& out, const Variant& value)
         appendQuoted(out, v.toString());
         return;
     case VarType::Bytes:
-        appendQuoted(out, QString::fromLatin1(v.toBytes()));
+        // any other kind is written as its conversion to text, which may raise
+        appendQuoted(out, v.toString());
         return;
     }
 }
 
-void JSONWriter::appendQuoted(QString& out, const QString& text)
-{
+void JSONWriter::appendQuoted(QString& out, const QString& text) {
     out += QLatin1Char('"');
     qsizetype clean = 0;
     const qsizetype n = text.size();
@@ -144,8 +139,7 @@ void JSONWriter::appendQuoted(QString& out, const QString& text)
     out += QLatin1Char('"');
 }
 
-QString JSONWriter::dateText(TDateTime value)
-{
+QString JSONWriter::dateText(TDateTime value) {
     if (value == 0)
         return QString();
     const QDateTime local = TDateTimeUtils::toQDateTime(value);
@@ -157,7 +151,9 @@ QString JSONWriter::dateText(TDateTime value)
         return text + QLatin1Char('Z');
     const int minutes = std::abs(offsetSeconds) / 60;
     text += offsetSeconds < 0 ? QLatin1Char('-') : QLatin1Char('+');
-    text += QStringLiteral("%1:%2").arg(minutes / 60, 2, 10, QLatin1Char('0')).arg(minutes % 60, 2, 10, QLatin1Char('0'));
+    text += QStringLiteral("%1:%2")
+                .arg(minutes / 60, 2, 10, QLatin1Char('0'))
+                .arg(minutes % 60, 2, 10, QLatin1Char('0'));
     return text;
 }
 

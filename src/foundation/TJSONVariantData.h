@@ -3,7 +3,6 @@
 #include <QList>
 #include <QString>
 #include <QtGlobal>
-
 #include <memory>
 
 class QObject;
@@ -64,6 +63,9 @@ struct TJSONVariantData {
     const QString& NameAt(int index) const;
     const Variant& ValueAt(int index) const;
     Variant& ValueAt(int index);
+
+    // drops the spare length that appending left behind
+    void CutToCount();
 
     bool operator==(const TJSONVariantData& other) const;
 

@@ -14,6 +14,8 @@ namespace {
 template <class... Ts> struct Overloaded : Ts... {
     using Ts::operator()...;
 };
+// clang before 17 deduces no aggregate template arguments by itself
+template <class... Ts> Overloaded(Ts...) -> Overloaded<Ts...>;
 
 bool fitsInt64(double value)
 {
@@ -171,6 +173,22 @@ QString varTypeName(VarType type)
         return QStringLiteral("JSONVariant");
     }
     return QStringLiteral("Unknown");
+}
+
+// The exact digits of the scaled amount, the fraction without trailing zeros. Going through
+// a double would show its binary error ("1,234499999999999931" for 1,2345).
+QString currencyText(Currency value, QChar decimalSeparator)
+{
+    const bool negative = value.scaled < 0;
+    const quint64 magnitude = negative ? 0 - quint64(value.scaled) : quint64(value.scaled);
+    QString text = negative ? QStringLiteral("-") : QString();
+    text += QString::number(magnitude / Currency::Scale);
+    QString fraction = QStringLiteral("%1").arg(magnitude % Currency::Scale, 4, 10, QLatin1Char('0'));
+    while (fraction.endsWith(QLatin1Char('0')))
+        fraction.chop(1);
+    if (!fraction.isEmpty())
+        text += decimalSeparator + fraction;
+    return text;
 }
 
 QString conversionMessage(VarType from, VarType to)
@@ -397,8 +415,13 @@ Currency Variant::toCurrency() const
     case VarType::Currency:
         return std::get<Currency>(v.m_value);
     case VarType::Integer:
-    case VarType::Int64:
-        return Currency{v.toInt64() * Currency::Scale};
+    case VarType::Int64: {
+        const qint64 whole = v.toInt64();
+        if (whole > std::numeric_limits<qint64>::max() / Currency::Scale ||
+            whole < std::numeric_limits<qint64>::min() / Currency::Scale)
+            throw EVariantOverflowError(v.type(), VarType::Currency);
+        return Currency{whole * Currency::Scale};
+    }
     default:
         try {
             return Currency::fromDouble(v.toDouble());
@@ -435,7 +458,7 @@ QString Variant::toString() const
                           [](qint32 i) { return QString::number(i); },
                           [](qint64 i) { return QString::number(i); },
                           [&](double d) { return FloatToTextGeneral(d, 15, decimal); },
-                          [&](Currency c) { return FloatToTextGeneral(c.toDouble(), 19, decimal); },
+                          [&](Currency c) { return currencyText(c, decimal); },
                           [](DateValue d) { return TDateTimeUtils::toSystemText(d.days); },
                           [](const AnsiText& s) { return s.text; },
                           [](const QString& s) { return s; },
@@ -472,6 +495,16 @@ Variant Variant::value(const QString& name) const
         throw EVariantError(QStringLiteral("Invalid variant operation"));
     if (const Variant* element = data->ValueOf(name))
         return *element;
+    return fromAnsiString(QString());
+}
+
+Variant Variant::valueRef(const QString& name)
+{
+    TJSONVariantData* data = json();
+    if (!data)
+        throw EVariantError(QStringLiteral("Invalid variant operation"));
+    if (Variant* element = data->ValueOf(name))
+        return byRef(element);
     return fromAnsiString(QString());
 }
 

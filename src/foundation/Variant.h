@@ -7,6 +7,7 @@
 #include <QtGlobal>
 
 #include <stdexcept>
+#include <utility>
 #include <variant>
 
 namespace norvik {
@@ -70,9 +71,11 @@ public:
     Variant(double value) : m_value(value) {}
     Variant(Currency value) : m_value(value) {}
     Variant(const QString& value) : m_value(value) {}
+    Variant(QString&& value) : m_value(std::move(value)) {}
     Variant(const char16_t* value) : m_value(QString::fromUtf16(value)) {}
     Variant(const QByteArray& bytes) : m_value(bytes) {}
     Variant(const TJSONVariantData& json) : m_value(json) {}
+    Variant(TJSONVariantData&& json) : m_value(std::move(json)) {}
     // no implicit conversions from pointers: a char* or Variant* must say what it means
     Variant(const char*) = delete;
     Variant(const void*) = delete;
@@ -122,6 +125,10 @@ public:
     // EVariantError when this is no JSON variant.
     Variant value(const QString& name) const;
     Variant operator[](const QString& name) const { return value(name); }
+    // the same access for writing through a chain: a reference to the element itself, so
+    // that doc.valueRef("a").setValue("b", x) changes the object nested in doc. It stays
+    // valid until the record's arrays grow; an absent key gives value()'s empty string.
+    Variant valueRef(const QString& name);
     // writes the key, replacing a present one; raises on anything but a JSON variant
     void setValue(const QString& name, const Variant& value);
 
