@@ -1,5 +1,7 @@
 #include "TnvNamedValues.h"
 
+#include "Overloaded.h"
+
 #include "AnsiCodePage.h"
 #include "Exception.h"
 
@@ -9,10 +11,6 @@
 namespace norvik {
 
 namespace {
-
-template <class... Ts> struct Overloaded : Ts... { using Ts::operator()...; };
-// clang before 17 deduces no aggregate template arguments by itself
-template <class... Ts> Overloaded(Ts...) -> Overloaded<Ts...>;
 
 template <class T, class Read> T readOrDefault(const TnvNamedValue* entry, T ADefault, Read read) {
     return entry ? read(*entry) : ADefault;

@@ -1,5 +1,8 @@
 #include "Variant.h"
 
+#include "Overloaded.h"
+#include "WholeNumberText.h"
+
 #include "SystemFormats.h"
 #include "TDateTimeUtils.h"
 
@@ -11,12 +14,6 @@ namespace norvik {
 
 namespace {
 
-template <class... Ts> struct Overloaded : Ts... {
-    using Ts::operator()...;
-};
-// clang before 17 deduces no aggregate template arguments by itself
-template <class... Ts> Overloaded(Ts...) -> Overloaded<Ts...>;
-
 bool fitsInt64(double value)
 {
     return value >= -9223372036854775808.0 && value < 9223372036854775808.0;
@@ -26,54 +23,6 @@ bool fitsInt64(double value)
 double roundHalfEven(double value)
 {
     return std::nearbyint(value);
-}
-
-// Whole numbers as the variant layer reads them: blanks in front, a sign, decimal digits or
-// hexadecimal behind "$" or "0x", nothing behind.
-bool parseInteger(const QString& text, qint64& result)
-{
-    int i = 0;
-    const int n = text.size();
-    while (i < n && text.at(i).unicode() <= ' ')
-        ++i;
-    bool negative = false;
-    if (i < n && (text.at(i) == u'-' || text.at(i) == u'+')) {
-        negative = text.at(i) == u'-';
-        ++i;
-    }
-    int base = 10;
-    if (i < n && text.at(i) == u'$') {
-        base = 16;
-        ++i;
-    } else if (i + 1 < n && text.at(i) == u'0' && (text.at(i + 1) == u'x' || text.at(i + 1) == u'X')) {
-        base = 16;
-        i += 2;
-    }
-    if (i >= n)
-        return false;
-    quint64 value = 0;
-    for (; i < n; ++i) {
-        const int digit = QChar(text.at(i)).digitValue() >= 0 && text.at(i).unicode() < 128
-                              ? text.at(i).digitValue()
-                              : (base == 16 && text.at(i).toLower() >= u'a' && text.at(i).toLower() <= u'f'
-                                     ? text.at(i).toLower().unicode() - 'a' + 10
-                                     : -1);
-        if (digit < 0)
-            return false;
-        if (value > (std::numeric_limits<quint64>::max() - quint64(digit)) / quint64(base))
-            return false;
-        value = value * quint64(base) + quint64(digit);
-    }
-    if (base == 10) {
-        const quint64 limit = negative ? quint64(std::numeric_limits<qint64>::max()) + 1
-                                       : quint64(std::numeric_limits<qint64>::max());
-        if (value > limit)
-            return false;
-        result = negative ? qint64(0 - value) : qint64(value);
-    } else {
-        result = negative ? -qint64(value) : qint64(value);
-    }
-    return true;
 }
 
 // Float text with the system's decimal separator and an optional exponent, blanks allowed
@@ -353,7 +302,7 @@ qint64 Variant::toInt64() const
     };
     auto fromText = [&](const QString& s) -> qint64 {
         qint64 result = 0;
-        if (parseInteger(s, result))
+        if (TryWholeNumberText(s, 64, result))
             return result;
         return fromDouble(v.textToDouble(VarType::Int64));
     };
