@@ -162,6 +162,8 @@ void TnvDBConnection::Connect() {
         throw EDBConnectionException(QStringLiteral("Verschlüsselte Datenbanken werden nicht unterstützt."));
     FDatabase->Open(FDatabaseName);
     FTableNames.clear();
+    if (FAutoReadDataStructure)
+        ReadAllSQLiteTableInfos(*this, FTableInfoList);
     ReadDeleteFlags();
     if (PSGetConnected() && FSystemID < 1) {
         ReadSystemInfo();
@@ -480,23 +482,20 @@ void TnvDBConnection::ReadDeleteFlags() {
         ReadDeleteFlagsFromPragma();
 }
 
+// The descriptions are fetched, not read anew: the flags may be loaded on demand while a
+// write helper holds the description of its table.
 void TnvDBConnection::ReadDeleteFlagsFromTableInfo() {
-    ReadAllSQLiteTableInfos(*this, FTableInfoList);
     QStringList tables;
     PSGetTableNames(tables, false);
     for (const QString& table : tables) {
         if (!isFrameworkTable(table))
             continue;
-        const TnvTableInfo* info = LookupTableInfo(*this, table);
-        if (!info) {
-            AddDeleteFlag(QString(), table, dfkNone);
-            continue;
-        }
-        const QString prefix = info->Prefix();
+        const TnvTableInfo& info = GetTableInfo(*this, table);
+        const QString prefix = info.Prefix();
         TnvDeleteFlagKind kind = dfkNone;
-        if (info->FieldExists(prefix + QStringLiteral("Deleted")))
+        if (info.FieldExists(prefix + QStringLiteral("Deleted")))
             kind = dfkDeleted;
-        else if (info->FieldExists(prefix + QStringLiteral("VisibleState")))
+        else if (info.FieldExists(prefix + QStringLiteral("VisibleState")))
             kind = dfkVisibleState;
         AddDeleteFlag(prefix, table, kind);
     }
@@ -648,12 +647,20 @@ qint64 TnvDBConnection::IssueNumbers(const QString& ATableName, int ASystem, int
     const QString tableName = ATableName.trimmed();
     TnvParams lookup;
     lookup.AddValue(Variant(tableName));
-    const Variant current = PSQueryValue(
-        QStringLiteral("SELECT TIDCount FROM sysTableIDs WHERE TIDTableName=?"), Variant(), &lookup, true);
-    const qint64 first = current.isEmpty() ? 1 : current.toInt64() + 1;
+    // only a missing row starts a counter: a row whose count is empty goes on from 0, so that
+    // the table never gets a second row
+    bool found = false;
+    qint64 first = 1;
+    {
+        const auto current = PSOpenQuery(
+            QStringLiteral("SELECT TIDCount FROM sysTableIDs WHERE TIDTableName=?"), &lookup, false, true);
+        found = !current->Eof();
+        if (found)
+            first = current->Fields(0).AsLargeInt() + 1;
+    }
     const QString statement =
-        current.isEmpty() ? QStringLiteral("INSERT INTO sysTableIDs (TIDCount, TIDTableName) VALUES(?, ?)")
-                          : QStringLiteral("UPDATE sysTableIDs SET TIDCount=? WHERE TIDTableName=?");
+        found ? QStringLiteral("UPDATE sysTableIDs SET TIDCount=? WHERE TIDTableName=?")
+              : QStringLiteral("INSERT INTO sysTableIDs (TIDCount, TIDTableName) VALUES(?, ?)");
     TnvParams params;
     params.AddValue(Variant(first + count - 1));
     params.AddValue(Variant(tableName));

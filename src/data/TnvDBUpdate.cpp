@@ -409,6 +409,18 @@ QString TnvDBUpdate::DBSpec(const QString& AField) const {
     return found == FDBFields.end() ? QString() : SplitDefinitionLine(FDatabase.at(found->second)).rest;
 }
 
+// in the order the database lists them
+QStringList TnvDBUpdate::DBIndexNames() const {
+    QList<std::pair<int, QString>> indexes;
+    for (const auto& [name, line] : FDBIndexes)
+        indexes.append({line, name});
+    std::sort(indexes.begin(), indexes.end());
+    QStringList names;
+    for (const auto& [line, name] : indexes)
+        names.append(name);
+    return names;
+}
+
 QString TnvDBUpdate::DBIndexRest(const QString& AIndex) const {
     const auto found = FDBIndexes.find(AIndex);
     return found == FDBIndexes.end() ? QString() : SplitDefinitionLine(FDatabase.at(found->second)).rest;
@@ -459,7 +471,7 @@ void TnvDBUpdate::Rebuild(const QString& ATable) {
     try {
         RunSQL(QStringLiteral("ALTER TABLE %1 RENAME TO %2").arg(ATable, oldTable));
         // the renamed table keeps its indexes, whose names would collide with the new ones
-        for (const auto& [name, line] : FDBIndexes)
+        for (const QString& name : DBIndexNames())
             RunSQL(QStringLiteral("DROP INDEX IF EXISTS ") + name);
         FDBIndexes.clear();
         FTargetIndex = StructureText::PreviousTable(FTarget, FTargetIndex) + 1;
@@ -656,8 +668,8 @@ void TnvDBUpdate::IndexStep(const QString& ATable) {
         FDBIndexes.erase(index.name);
     }
     if (!ProtectFromDelete) {
-        for (const auto& [name, line] : FDBIndexes) {
-            QString rest = SplitDefinitionLine(FDatabase.at(line)).rest;
+        for (const QString& name : DBIndexNames()) {
+            QString rest = DBIndexRest(name);
             const bool isKey = StructureText::FetchColumn(rest).toUpper() == QLatin1String("P");
             RunSQL(TnvDBUpdateSQL::DropIndex(ATable, name, isKey, FQueryMode));
         }

@@ -122,6 +122,7 @@ private:
     bool SpecsEqual(const QString& ATargetSpec, const QString& ADBSpec) const;
     QString DBSpec(const QString& AField) const;
     QString DBIndexRest(const QString& AIndex) const;
+    QStringList DBIndexNames() const;
     QString AddColumnStatement(const QString& ATable, const QString& AName, const QString& ASpec) const;
 };
 

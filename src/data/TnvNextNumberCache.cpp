@@ -18,6 +18,7 @@ qint64 TnvNextNumberCache::GetNextNumber(InvDBConnection& AConn, const QString& 
                  "  TnvNextNumberCache.GetNextNumber: start: Session: %s   TableName: %s  ASystem: %d   "
                  "ACount: %d"),
              {ASession, ATableName, ASystem, ACount});
+    DebugLog(TraceLevel, QStringLiteral("  TnvNextNumberCache.GetNextNumber: try to find entry in cache"));
     TnvNextNumberRecord& record = FCacheList[ASession + QLatin1Char('|') + ATableName];
     DebugLog(TraceLevel,
              QStringLiteral("  TnvNextNumberCache.GetNextNumber: entry found: NextID=%d  LastID=%d"),

@@ -172,8 +172,12 @@ TEST_F(TmodDataTest, FieldsAddedByTheCheckAreWrittenInTheSameRun) {
     helper->AddField(QStringLiteral("PATSuchname"), norvik::Variant(QStringLiteral("Muster Eva (150580)")));
     helper->AddField(QStringLiteral("PATSVNR"), norvik::Variant(QStringLiteral("1234150580")));
     helper->Execute();
-    EXPECT_EQ(conn->PSQueryValue(QStringLiteral("SELECT PATSVNR FROM tblPatienten"), norvik::Variant()).toString(),
-              QStringLiteral("1234150580"));
+    EXPECT_EQ(
+        conn->PSQueryValue(QStringLiteral("SELECT PATSVNR FROM tblPatienten"), norvik::Variant()).toString(),
+        QStringLiteral("1234150580"));
+    // a table the check created is filtered by its visibility state like the others
+    EXPECT_EQ(conn->PSGetDeleteFlagKindByTableName(QStringLiteral("tblTherapeuten")),
+              norvik::dfkVisibleState);
 }
 
 } // namespace

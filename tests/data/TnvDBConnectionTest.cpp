@@ -2,8 +2,11 @@
 #include "DBExceptions.h"
 #include "DBTestDatabase.h"
 #include "FixedClock.h"
+#include "InsertUpdateRoutines.h"
 #include "TDateTimeUtils.h"
+#include "TableInfoFunctions.h"
 #include "TnvRecordReader.h"
+#include "TnvTableInfo.h"
 
 #include <QFile>
 #include <gtest/gtest.h>
@@ -55,6 +58,29 @@ TEST(TnvDBConnectionOpen, WithoutADatabaseConnectFails) {
         EXPECT_EQ(e.message(),
                   QStringLiteral("Please connect to database, before executing sql-statements."));
     }
+}
+
+// As on the first start: the tables come after the connect, so that the delete flags are
+// loaded on first use, while a write helper already holds the description of its table.
+TEST(TnvDBConnectionOpen, LoadingTheDeleteFlagsLaterKeepsTheTableDescriptions) {
+    testsupport::TempDir dir;
+    TnvDBConnection conn;
+    conn.InitDirectSQLiteDatabase(dir.filePath(QStringLiteral("neu.s3db")));
+    conn.SetConnected(true);
+    DBTestDatabase::CreateStandardTables(conn);
+    conn.PSExecuteStatement(QStringLiteral("INSERT INTO tblPatienten (PATID, PATName) VALUES(1, 'Huber')"));
+    TnvTableInfo& patients = GetTableInfo(conn, QStringLiteral("tblPatienten"));
+    patients.AddField(QStringLiteral("PATMarke"), ftInteger, 0, QString(), false);
+
+    EXPECT_EQ(conn.PSGetDeleteFlagKindByPrefix(QStringLiteral("PAT")), dfkDeleted);
+    EXPECT_TRUE(FieldExists(conn, QStringLiteral("tblPatienten"), QStringLiteral("PATMarke")));
+
+    EXPECT_TRUE(
+        DeleteRecord(conn, QStringLiteral("tblPatienten"), QStringLiteral("PATID"), QStringLiteral("1")));
+    EXPECT_EQ(
+        conn.PSQueryValue(QStringLiteral("SELECT PATDeleted || PATVisibleState FROM tblPatienten"), Variant())
+            .toString(),
+        QStringLiteral("J1"));
 }
 
 TEST_F(TnvDBConnectionTest, ThreeStartsNeedThreeEndsAndAFourthRaises) {

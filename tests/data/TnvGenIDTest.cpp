@@ -33,6 +33,14 @@ TEST_F(TnvGenIDTest, ARangeMovesTheCounterByItsSize) {
     EXPECT_EQ(Counter(QStringLiteral("tblPatienten")), 15);
 }
 
+TEST_F(TnvGenIDTest, AnEmptyCountGoesOnFromZeroInTheSameRow) {
+    db.Exec(QStringLiteral("INSERT INTO sysTableIDs VALUES('tblPatienten', NULL)"));
+    EXPECT_EQ(db.Conn().PSGenID(QStringLiteral("tblPatienten")), 10000001);
+    EXPECT_EQ(db.Conn().PSGenID(QStringLiteral("tblPatienten")), 10000002);
+    EXPECT_EQ(db.Count(QStringLiteral("SELECT Count(*) FROM sysTableIDs")), 1);
+    EXPECT_EQ(Counter(QStringLiteral("tblPatienten")), 2);
+}
+
 TEST_F(TnvGenIDTest, BlanksAroundTheNameUseTheSameCounter) {
     db.Conn().PSGenID(QStringLiteral("tblPatienten"));
     EXPECT_EQ(db.Conn().PSGenID(QStringLiteral("  tblPatienten ")), 10000002);
@@ -85,6 +93,8 @@ TEST_F(TnvGenIDTest, TheCacheTracesItsStepsOnLevelEight) {
     const QString log = QString::fromLatin1(file.readAll());
     EXPECT_TRUE(log.contains(QStringLiteral("  TnvNextNumberCache.GetNextNumber: start: Session: s   "
                                             "TableName: tblX  ASystem: 0   ACount: 2\r\n")));
+    EXPECT_EQ(log.count(QStringLiteral("  TnvNextNumberCache.GetNextNumber: try to find entry in cache\r\n")),
+              2);
     EXPECT_TRUE(
         log.contains(QStringLiteral("  TnvNextNumberCache.GetNextNumber: entry found: NextID=1  LastID=-1")));
     EXPECT_EQ(log.count(QStringLiteral("  TnvNextNumberCache.GetNextNumber: load cache from database")), 1);
