@@ -1,0 +1,85 @@
+#include "CliProcess.h"
+#include "TestEnvironment.h"
+
+#include <QFile>
+#include <QProcess>
+#include <gtest/gtest.h>
+
+namespace {
+
+const QString Cli = QStringLiteral(ORVENNA_CLI_PATH);
+
+QByteArray ReadFile(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString PdfText(const QString& path) {
+    QProcess process;
+    process.start(QStringLiteral("pdftotext"), {path, QStringLiteral("-")});
+    process.waitForFinished(60000);
+    return QString::fromUtf8(process.readAllStandardOutput()).simplified();
+}
+
+const QByteArray Content = R"({"patient":{"lastname":"Gruber","firstname":"Josef","gender":"male"},
+    "referrer":{"name":"Dr. Martina Steiner","street":"Annenstraße 12","zipcity":"A-8020 Graz"},
+    "referral":{"diagnosis":"Gonarthrose","therapist":"Thomas Leitner","therapistextension":"Physiotherapeut",
+                "start":"2026-09-01","end":"2026-10-20"},
+    "presets":{"q02":"01"}})";
+
+} // namespace
+
+TEST(LetterCli, TemplateWritesTheBuiltInDocx) {
+    testsupport::TempDir folder;
+    const QString target = folder.filePath(QStringLiteral("vorlage.docx"));
+    const ProcessRun run = runProgram(Cli, {QStringLiteral("template"), QStringLiteral("--out"), target});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QByteArray docx = ReadFile(target);
+    EXPECT_TRUE(docx.startsWith("PK\x03\x04"));
+    EXPECT_TRUE(docx.contains("word/document.xml"));
+}
+
+TEST(LetterCli, TemplateWithoutTargetIsAUsageError) {
+    EXPECT_EQ(runProgram(Cli, {QStringLiteral("template")}).exitCode, 2);
+}
+
+TEST(LetterCli, PdfFromOutboxKeepsTheBytesFromPdfOn) {
+    testsupport::TempDir folder;
+    const QByteArray pdf = "%PDF-1.4\n\x80\x81 binary\r\n%%EOF\n";
+    const QString outbox = folder.writeFile(QStringLiteral("outbox.pdf"), "UNH+1+MEDRPT:D:96A:UN'\r\n" + pdf);
+    const QString target = folder.filePath(QStringLiteral("brief.pdf"));
+    const ProcessRun run =
+        runProgram(Cli, {QStringLiteral("pdf-from-outbox"), outbox, QStringLiteral("--out"), target});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_EQ(ReadFile(target), pdf);
+}
+
+TEST(LetterCli, PdfFromOutboxWithoutPdfFails) {
+    testsupport::TempDir folder;
+    const QString outbox = folder.writeFile(QStringLiteral("outbox.pdf"), "UNH+1+MEDRPT:D:96A:UN'\r\n");
+    const QString target = folder.filePath(QStringLiteral("brief.pdf"));
+    const ProcessRun run =
+        runProgram(Cli, {QStringLiteral("pdf-from-outbox"), outbox, QStringLiteral("--out"), target});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_FALSE(run.err.isEmpty());
+    EXPECT_FALSE(QFile::exists(target));
+}
+
+TEST(LetterCli, LetterIsWrittenFromContentAndBuiltInCatalogue) {
+    testsupport::TempDir folder;
+    const QString content = folder.writeFile(QStringLiteral("content.json"), Content);
+    const QString target = folder.filePath(QStringLiteral("brief.pdf"));
+    const ProcessRun run =
+        runProgram(Cli,
+                   {QStringLiteral("letter"), QStringLiteral("--content"), content,
+                    QStringLiteral("--questions"), QString(), QStringLiteral("--memo"),
+                    QStringLiteral("Bitte um Folgeverordnung."), QStringLiteral("--pdf"), target},
+                   {}, folder.path());
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QString text = PdfText(target);
+    for (const char* expected :
+         {"Dr. Martina Steiner", "Danke für die Überweisung Ihres Patienten Josef Gruber.",
+          "Behandlungszeitraum: 01.09.2026 bis 20.10.2026.", "sehr gut", "Bitte um Folgeverordnung.",
+          "Mit freundlichen Grüßen Thomas Leitner"})
+        EXPECT_TRUE(text.contains(QString::fromUtf8(expected))) << expected << " in " << text.toStdString();
+}
