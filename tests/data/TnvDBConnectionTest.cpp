@@ -69,6 +69,7 @@ TEST(TnvDBConnectionOpen, LoadingTheDeleteFlagsLaterKeepsTheTableDescriptions) {
     conn.SetConnected(true);
     DBTestDatabase::CreateStandardTables(conn);
     conn.PSExecuteStatement(QStringLiteral("INSERT INTO tblPatienten (PATID, PATName) VALUES(1, 'Huber')"));
+    // a field added by hand shows whether the description is still the one held
     TnvTableInfo& patients = GetTableInfo(conn, QStringLiteral("tblPatienten"));
     patients.AddField(QStringLiteral("PATMarke"), ftInteger, 0, QString(), false);
 
