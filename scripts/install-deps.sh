@@ -9,7 +9,7 @@ packages=(
     qt6-pdf-dev libqt6svg6
     libsqlite3-dev zlib1g-dev libldap-dev libquazip1-qt6-dev
     libgtest-dev libgmock-dev googletest libbenchmark-dev rapidjson-dev
-    xvfb xauth poppler-utils fonts-dejavu-core
+    xvfb xauth poppler-utils fonts-dejavu-core fonts-crosextra-carlito
 )
 
 missing=()

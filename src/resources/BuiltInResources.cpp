@@ -6,6 +6,10 @@ QString BuiltInResources::questions() {
     return QString::fromUtf8(read(QStringLiteral("QUESTIONS")));
 }
 
+QString BuiltInResources::demoContent() {
+    return QString::fromUtf8(read(QStringLiteral("DEMOCONTENT")));
+}
+
 QByteArray BuiltInResources::feedbackTemplate() { return read(QStringLiteral("FEEDBACK")); }
 
 QByteArray BuiltInResources::read(const QString& name) {

@@ -9,6 +9,8 @@ class BuiltInResources {
 public:
     // the catalogue of questions, resource QUESTIONS, as JSON text
     static QString questions();
+    // a patient, a physician and answers for a demonstration, resource DEMOCONTENT, as JSON text
+    static QString demoContent();
     // the letter template, resource FEEDBACK, as DOCX bytes
     static QByteArray feedbackTemplate();
 

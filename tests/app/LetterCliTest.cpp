@@ -83,3 +83,35 @@ TEST(LetterCli, LetterIsWrittenFromContentAndBuiltInCatalogue) {
           "Mit freundlichen Grüßen Thomas Leitner"})
         EXPECT_TRUE(text.contains(QString::fromUtf8(expected))) << expected << " in " << text.toStdString();
 }
+
+TEST(LetterCli, DemoWritesTheLetterAndTheOutboxFileForTheSamePatient) {
+    testsupport::TempDir folder;
+    const ProcessRun run = runProgram(Cli, {QStringLiteral("--now"), QStringLiteral("2026-03-02 09:15:00"),
+                                            QStringLiteral("demo"), QStringLiteral("--out"), folder.path()});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QStringList lines = run.outText().split(u'\n', Qt::SkipEmptyParts);
+    ASSERT_EQ(lines.size(), 2);
+    ASSERT_TRUE(lines.at(0).startsWith(QStringLiteral("letter=")));
+    ASSERT_TRUE(lines.at(1).startsWith(QStringLiteral("outbox=")));
+    const QString letter = lines.at(0).mid(7);
+    const QString outboxFile = lines.at(1).mid(7);
+
+    EXPECT_TRUE(PdfText(letter).contains(QStringLiteral("Musterfrau")));
+    EXPECT_TRUE(outboxFile.startsWith(folder.filePath(QStringLiteral("outbox/{"))));
+    EXPECT_TRUE(outboxFile.endsWith(QStringLiteral("}.pdf")));
+
+    // the outbox file is the message line, CR LF, and then exactly the letter's bytes
+    const QByteArray outbox = ReadFile(outboxFile);
+    const qsizetype lineEnd = outbox.indexOf("\r\n");
+    ASSERT_GT(lineEnd, 0);
+    const QByteArray message = outbox.left(lineEnd);
+    EXPECT_TRUE(message.startsWith("UNA:+.? 'UNB+"));
+    EXPECT_TRUE(message.contains("NAD+PAT++Musterfrau:Eva"));
+    EXPECT_EQ(outbox.mid(lineEnd + 2), ReadFile(letter));
+}
+
+TEST(LetterCli, DemoWithoutTargetIsAUsageError) {
+    const ProcessRun run = runProgram(Cli, {QStringLiteral("demo")});
+    EXPECT_EQ(run.exitCode, 2);
+    EXPECT_FALSE(run.err.isEmpty());
+}

@@ -10,6 +10,7 @@
 #include "HashStructureCommand.h"
 #include "Iso8601Command.h"
 #include "JsonCommand.h"
+#include "DemoCommand.h"
 #include "LetterCommand.h"
 #include "MedrptCommand.h"
 #include "MedrptTextCommand.h"
@@ -52,6 +53,7 @@ CliDispatcher::CliDispatcher() {
     m_commands.push_back(std::make_unique<TemplateCommand>());
     m_commands.push_back(std::make_unique<PdfFromOutboxCommand>());
     m_commands.push_back(std::make_unique<LetterCommand>());
+    m_commands.push_back(std::make_unique<DemoCommand>());
     m_commands.push_back(std::make_unique<SVNrCommand>());
     m_commands.push_back(std::make_unique<ZipCityCommand>());
     m_commands.push_back(std::make_unique<BirthDateCommand>());

@@ -1,4 +1,5 @@
 #include "CliDispatcher.h"
+#include "RuntimeFolder.h"
 
 #include <QGuiApplication>
 #include <QTextStream>
@@ -10,6 +11,7 @@ int main(int argc, char** argv) {
     // letters are laid out with real fonts, which needs a GUI application; it never shows a window
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    platform::ensureRuntimeFolder();
     QGuiApplication app(argc, argv);
     QStringList arguments = QCoreApplication::arguments();
     arguments.removeFirst();
