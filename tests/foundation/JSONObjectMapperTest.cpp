@@ -11,7 +11,8 @@
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
-#include <ctime>
+#include "ScopedTimeZone.h"
+
 #include <gtest/gtest.h>
 #include <memory>
 #include <ostream>
@@ -85,27 +86,6 @@ class TestPersonList : public QObject {
 
 namespace {
 
-// Sets the process's time zone for one test and puts the old one back afterwards.
-class ScopedTimeZone {
-public:
-    explicit ScopedTimeZone(const char* zone)
-        : m_old(qgetenv("TZ"))
-        , m_hadOld(qEnvironmentVariableIsSet("TZ")) {
-        qputenv("TZ", zone);
-        tzset();
-    }
-    ~ScopedTimeZone() {
-        if (m_hadOld)
-            qputenv("TZ", m_old);
-        else
-            qunsetenv("TZ");
-        tzset();
-    }
-
-private:
-    QByteArray m_old;
-    bool m_hadOld;
-};
 
 class JSONObjectMapperTest : public ::testing::Test {
 protected:
@@ -177,14 +157,14 @@ TEST_F(JSONObjectMapperTest, NumbersAndBooleansAreWrittenIntoStrings) {
 }
 
 TEST_F(JSONObjectMapperTest, DatesComeFromISO8601Text) {
-    const ScopedTimeZone zone("Europe/Vienna");
+    const testsupport::ScopedTimeZone zone("Europe/Vienna");
     ASSERT_TRUE(fill(u"{\"born\":\"1970-05-17T08:15:30.500+01:00\",\"since\":\"2020-01-31\"}"_s, &person));
     EXPECT_EQ(person.born, QDateTime(QDate(1970, 5, 17), QTime(8, 15, 30, 500)));
     EXPECT_EQ(person.since, QDate(2020, 1, 31));
 }
 
 TEST_F(JSONObjectMapperTest, WrittenDateReadsBackTheSame) {
-    const ScopedTimeZone zone("America/New_York");
+    const testsupport::ScopedTimeZone zone("America/New_York");
     const QDateTime born(QDate(1999, 12, 31), QTime(23, 59, 58, 125));
     Variant doc = JSONVariantObject();
     JSONVariantSet(doc, u"born"_s, Variant::fromDate(TDateTimeUtils::fromQDateTime(born)));

@@ -5,7 +5,8 @@
 #include "Variant.h"
 #include "VariantJSON.h"
 
-#include <ctime>
+#include "ScopedTimeZone.h"
+
 #include <gtest/gtest.h>
 #include <ostream>
 
@@ -18,27 +19,6 @@ static void PrintTo(const QString& text, std::ostream* out) {
 
 namespace {
 
-// Sets the process's time zone for one test and puts the old one back afterwards.
-class ScopedTimeZone {
-public:
-    explicit ScopedTimeZone(const char* zone)
-        : m_old(qgetenv("TZ"))
-        , m_hadOld(qEnvironmentVariableIsSet("TZ")) {
-        qputenv("TZ", zone);
-        tzset();
-    }
-    ~ScopedTimeZone() {
-        if (m_hadOld)
-            qputenv("TZ", m_old);
-        else
-            qunsetenv("TZ");
-        tzset();
-    }
-
-private:
-    QByteArray m_old;
-    bool m_hadOld;
-};
 
 TDateTime dateTime(int year, int month, int day, int hour, int minute, int second, int msec) {
     TDateTime time = 0;
@@ -134,7 +114,7 @@ TEST(JSONWriterTest, WrittenTextParsesBackToTheSameText) {
 }
 
 TEST(JSONWriterDateTest, DateWithTimeCarriesTheLocalOffset) {
-    const ScopedTimeZone zone("Europe/Vienna");
+    const testsupport::ScopedTimeZone zone("Europe/Vienna");
     EXPECT_EQ(JSONWriter::dateText(dateTime(2023, 3, 15, 10, 30, 5, 250)),
               u"2023-03-15T10:30:05.250+01:00"_s);
     EXPECT_EQ(JSONWriter::dateText(dateTime(2023, 7, 1, 8, 0, 0, 1)), u"2023-07-01T08:00:00.001+02:00"_s);
@@ -143,19 +123,19 @@ TEST(JSONWriterDateTest, DateWithTimeCarriesTheLocalOffset) {
 }
 
 TEST(JSONWriterDateTest, NegativeOffsetHasItsSign) {
-    const ScopedTimeZone zone("America/New_York");
+    const testsupport::ScopedTimeZone zone("America/New_York");
     EXPECT_EQ(JSONWriter::dateText(dateTime(2023, 1, 10, 12, 0, 0, 0)), u"2023-01-10T12:00:00.000-05:00"_s);
 }
 
 TEST(JSONWriterDateTest, ZeroOffsetKeepsZ) {
-    const ScopedTimeZone zone("UTC");
+    const testsupport::ScopedTimeZone zone("UTC");
     EXPECT_EQ(JSONWriter::dateText(dateTime(2023, 1, 10, 12, 0, 0, 0)), u"2023-01-10T12:00:00.000Z"_s);
-    const ScopedTimeZone india("Asia/Kolkata");
+    const testsupport::ScopedTimeZone india("Asia/Kolkata");
     EXPECT_EQ(JSONWriter::dateText(dateTime(2023, 1, 10, 12, 0, 0, 0)), u"2023-01-10T12:00:00.000+05:30"_s);
 }
 
 TEST(JSONWriterDateTest, DateInsideAnObjectIsAString) {
-    const ScopedTimeZone zone("Europe/Vienna");
+    const testsupport::ScopedTimeZone zone("Europe/Vienna");
     Variant doc = JSONVariantObject();
     JSONVariantSet(doc, u"d"_s, Variant::fromDate(dateTime(2024, 2, 29, 23, 59, 59, 999)));
     EXPECT_EQ(doc.toString(), u"{\"d\":\"2024-02-29T23:59:59.999+01:00\"}"_s);

@@ -4,26 +4,14 @@
 
 #include <QCoreApplication>
 #include <QSet>
+#include "NamedMessageSink.h"
+
 #include <gtest/gtest.h>
 
 using namespace norvik;
 
 namespace {
 
-// Collects the named messages that reach it.
-class MessageSink : public QObject {
-public:
-    QStringList Received;
-
-protected:
-    bool event(QEvent* AEvent) override {
-        if (auto* message = dynamic_cast<TnvNamedMessageEvent*>(AEvent)) {
-            Received << message->Name() + u'|' + message->Argument();
-            return true;
-        }
-        return QObject::event(AEvent);
-    }
-};
 
 TEST(NamedMessagesTest, EveryMessageHasATypeOfItsOwn) {
     RegisterNamedMessages();
@@ -59,7 +47,7 @@ TEST(NamedMessagesTest, ForeignNameIsNoMessageOfTheProgram) {
 }
 
 TEST(NamedMessagesTest, PostedMessageArrivesWithArgumentInTheProgramsSpelling) {
-    MessageSink sink;
+    testsupport::NamedMessageSink sink;
     EXPECT_TRUE(
         PostNamedMessage(&sink, QStringLiteral("norvik_OPEN_record"), QStringLiteral("tblPatienten:42")));
     EXPECT_TRUE(sink.Received.isEmpty()); // not before the event loop runs
@@ -68,7 +56,7 @@ TEST(NamedMessagesTest, PostedMessageArrivesWithArgumentInTheProgramsSpelling) {
 }
 
 TEST(NamedMessagesTest, UnknownNameOrNoReceiverIsNotPosted) {
-    MessageSink sink;
+    testsupport::NamedMessageSink sink;
     EXPECT_FALSE(PostNamedMessage(&sink, QStringLiteral("Unbekannt")));
     EXPECT_FALSE(PostNamedMessage(nullptr, QStringLiteral("ResetFocus")));
     QCoreApplication::sendPostedEvents(&sink);

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <QLocalSocket>
 #include <QUuid>
+#include "NamedMessageSink.h"
+
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -16,20 +18,6 @@ using inputtests::WaitUntil;
 
 namespace {
 
-// Stands in for the main window: collects the messages that reach it.
-class MessageSink : public QObject {
-public:
-    QStringList Received;
-
-protected:
-    bool event(QEvent* AEvent) override {
-        if (auto* message = dynamic_cast<TnvNamedMessageEvent*>(AEvent)) {
-            Received << message->Name() + u'|' + message->Argument();
-            return true;
-        }
-        return QObject::event(AEvent);
-    }
-};
 
 QString UniqueServerName() {
     return QStringLiteral("orvenna-test-") + QUuid::createUuid().toString(QUuid::Id128);
@@ -37,7 +25,7 @@ QString UniqueServerName() {
 
 class MessageServerTest : public ::testing::Test {
 protected:
-    MessageSink sink;
+    testsupport::NamedMessageSink sink;
     TnvMessageServer server{&sink};
     QString name = UniqueServerName();
     QLocalSocket client;
@@ -131,7 +119,7 @@ TEST_F(MessageServerTest, OverlongLineEndsTheConnection) {
 }
 
 TEST_F(MessageServerTest, SecondServerOfTheSameNameIsRefusedWhileTheFirstRuns) {
-    MessageSink other;
+    testsupport::NamedMessageSink other;
     TnvMessageServer second(&other);
     EXPECT_FALSE(second.Listen(name));
     EXPECT_TRUE(server.IsListening());
@@ -139,7 +127,7 @@ TEST_F(MessageServerTest, SecondServerOfTheSameNameIsRefusedWhileTheFirstRuns) {
 }
 
 TEST_F(MessageServerTest, ReceiverGoneMessageIsRefused) {
-    MessageSink* shortLived = new MessageSink();
+    testsupport::NamedMessageSink* shortLived = new testsupport::NamedMessageSink();
     TnvMessageServer orphaned(shortLived);
     const QString otherName = UniqueServerName();
     ASSERT_TRUE(orphaned.Listen(otherName));
@@ -153,7 +141,7 @@ TEST(MessageServerStartTest, SocketLeftBehindIsTakenOver) {
     QFile stale(QDir(QDir::tempPath()).filePath(name));
     ASSERT_TRUE(stale.open(QIODevice::WriteOnly));
     stale.close();
-    MessageSink sink;
+    testsupport::NamedMessageSink sink;
     TnvMessageServer server(&sink);
     ASSERT_TRUE(server.Listen(name));
     QLocalSocket client;
