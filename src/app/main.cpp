@@ -1,7 +1,13 @@
 #include "AppUtils.h"
+#include "MessageServerName.h"
+#include "NamedMessages.h"
 #include "SystemUtils.h"
+#include "TMainForm.h"
+#include "TmodData.h"
+#include "TnvMessageServer.h"
 
 #include <QApplication>
+#include <QPointer>
 #include <QStringList>
 
 using namespace norvik;
@@ -21,6 +27,20 @@ void initialiseUnits(const QStringList& arguments) {
     FillCmdParams(arguments);
     FillAppParams(arguments);
     CreateUserDataFolder();
+    RegisterNamedMessages();
+}
+
+// The main window with its first pages, the message loop, and the window's end. Another
+// program of this user may send named messages, such as "CloseMyApplication", meanwhile.
+int runMainForm(QApplication& AApp, TmodData& AData) {
+    QPointer<TMainForm> form = new TMainForm(AData);
+    TnvMessageServer server(form);
+    server.Listen(platform::messageServerName());
+    form->show();
+    const int result = AApp.exec();
+    // the window is gone before the data module it uses
+    delete form.data();
+    return result;
 }
 
 } // namespace
@@ -30,6 +50,6 @@ int main(int argc, char** argv) {
     InitResultToConsole();
     QApplication app(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("Orvenna Rückmeldesystem"));
-    // the main window and its pages are not part of the program yet, so it ends here
-    return 0;
+    TmodData data;
+    return runMainForm(app, data);
 }

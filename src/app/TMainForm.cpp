@@ -1,0 +1,238 @@
+#include "TMainForm.h"
+
+#include "AppUtils.h"
+#include "Clock.h"
+#include "InvDBConnection.h"
+#include "NamedMessages.h"
+#include "SystemUtils.h"
+#include "TDockingPanel.h"
+#include "TScaleForm.h"
+#include "TmodData.h"
+#include "TnvDBConfig.h"
+#include "TnvNamedMessageEvent.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMessageBox>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+
+using namespace norvik;
+
+namespace {
+
+void ShowErrorBox(QWidget* AParent, const QString& AText) {
+    QMessageBox::critical(AParent, QGuiApplication::applicationDisplayName(), AText);
+}
+
+// a page asks its own question only if it is one of the program's forms
+bool PageAgreesToClose(QWidget* APage) {
+    auto* form = qobject_cast<TScaleForm*>(APage);
+    return !form || form->CloseQuery();
+}
+
+} // namespace
+
+TMainFormHooks& TMainForm::Hooks() {
+    static TMainFormHooks hooks{{}, {}, {}, {}, ShowErrorBox};
+    return hooks;
+}
+
+TMainForm::TMainForm(TmodData& AData, QWidget* AParent)
+    : QWidget(AParent)
+    , FData(AData) {
+    setAttribute(Qt::WA_DeleteOnClose);
+    CreateComponents();
+    if (HasAppParam(QStringLiteral("C")))
+        QGuiApplication::setApplicationDisplayName(GetAppParam(QStringLiteral("C")));
+    setWindowTitle(QGuiApplication::applicationDisplayName());
+    lblVersion->setText(VersionText());
+    CenterOnScreen();
+    DecideFirstPages();
+}
+
+TMainForm::~TMainForm() {
+    // the pages go with the window; their ends are no longer news to it
+    for (QWidget* page : std::as_const(FForms))
+        disconnect(page, nullptr, this, nullptr);
+    FForms.clear();
+}
+
+void TMainForm::CreateComponents() {
+    setMinimumSize(MinimumWidth, MinimumHeight);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    dckMain = new TDockingPanel(this);
+    dckMain->setObjectName(QStringLiteral("dckMain"));
+    layout->addWidget(dckMain, 1);
+    auto* pnlFooter = new QWidget(this);
+    pnlFooter->setObjectName(QStringLiteral("pnlFooter"));
+    auto* footerLayout = new QHBoxLayout(pnlFooter);
+    lblVersion = new QLabel(pnlFooter);
+    lblVersion->setObjectName(QStringLiteral("lblVersion"));
+    footerLayout->addStretch();
+    footerLayout->addWidget(lblVersion);
+    layout->addWidget(pnlFooter);
+    tmrRefreshLastPage = new QTimer(this);
+    tmrRefreshLastPage->setInterval(RefreshLastPageDelay);
+    connect(tmrRefreshLastPage, &QTimer::timeout, this, &TMainForm::tmrRefreshLastPageTimer);
+}
+
+void TMainForm::CenterOnScreen() {
+    resize(minimumSize());
+    if (const QScreen* screen = QGuiApplication::primaryScreen())
+        move(screen->availableGeometry().center() - rect().center());
+}
+
+QString TMainForm::VersionText() const {
+    return VersionFormat.arg(Clock::today().year()).arg(GetFileVersionText());
+}
+
+void TMainForm::DecideFirstPages() {
+    const bool direct = HasCmdParam(QStringLiteral("v")) || GetCmdParam(QStringLiteral("nodb")) == u"1";
+    if (direct) {
+        FBaseForm = OpenWizard();
+    } else {
+        FBaseForm = AddPage(CreateWelcomePage());
+        RefreshLastPage();
+        if (!ExportFolderExists())
+            OpenSettingsPage();
+    }
+    // a direct start with nothing to open would leave a dead window
+    if (FForms.isEmpty())
+        PostNamedMessage(this, NamedMessages::CloseMyApplication);
+}
+
+QWidget* TMainForm::CreateWelcomePage() {
+    FBaseIsWelcome = bool(Hooks().WelcomePage);
+    // until there is a welcome page, an empty page keeps the window with its footer
+    return FBaseIsWelcome ? Hooks().WelcomePage(*this) : new QWidget;
+}
+
+bool TMainForm::ExportFolderExists() {
+    InvDBConnection* conn = FData.GetConnection();
+    if (!conn)
+        return false;
+    const QString folder = TnvDBConfig::LoadConfig(*conn, QStringLiteral("DAME"), QStringLiteral("SYSTEM"))
+                               ->GetValueAsString(QStringLiteral("ExportFolder"), QString());
+    return !folder.isEmpty() && QFileInfo(folder).isDir();
+}
+
+QWidget* TMainForm::OpenWizard() {
+    QWidget* page = nullptr;
+    if (ExportFolderExists()) {
+        if (Hooks().Wizard) {
+            const QString questions = HasCmdParam(QStringLiteral("q")) ? GetCmdParam(QStringLiteral("q"))
+                                                                       : QStringLiteral("questions.json");
+            const QString content = HasCmdParam(QStringLiteral("v")) ? GetCmdParam(QStringLiteral("v"))
+                                                                     : QStringLiteral("content.json");
+            page = Hooks().Wizard(questions, content);
+        }
+    } else {
+        ShowError(ExportFolderError);
+        page = Hooks().SettingsPage ? Hooks().SettingsPage() : nullptr;
+    }
+    return AddPage(page);
+}
+
+QWidget* TMainForm::OpenSettingsPage() {
+    return Hooks().SettingsPage ? AddPage(Hooks().SettingsPage()) : nullptr;
+}
+
+void TMainForm::ShowError(const QString& AText) {
+    if (Hooks().ShowError)
+        Hooks().ShowError(this, AText);
+}
+
+QWidget* TMainForm::AddPage(QWidget* AForm) {
+    if (!AForm)
+        return nullptr;
+    AForm->setAttribute(Qt::WA_DeleteOnClose);
+    connect(AForm, &QObject::destroyed, this, [this, AForm] { Notification(AForm); });
+    FForms.append(AForm);
+    // the former page stays as it is beneath the new one
+    dckMain->DockForm(AForm, false, true);
+    AForm->raise();
+    QTimer::singleShot(0, AForm, [AForm] { AForm->setFocus(); });
+    return AForm;
+}
+
+void TMainForm::Notification(QWidget* AForm) {
+    if (FForms.isEmpty())
+        return;
+    if (FForms.last() == AForm)
+        FForms.removeLast();
+    else
+        FForms.removeOne(AForm);
+    if (FForms.size() == 1 && FForms.first() == FBaseForm && FBaseIsWelcome)
+        tmrRefreshLastPage->start();
+    if (!FForms.isEmpty())
+        dckMain->DockForm(FForms.last(), false, true);
+    else
+        PostNamedMessage(this, NamedMessages::CloseMyApplication);
+}
+
+QWidget* TMainForm::CloseTopPage(bool ARefresh) {
+    if (FForms.size() < 2) {
+        close();
+        return nullptr;
+    }
+    QWidget* closing = FForms.last();
+    if (!closing->close())
+        return closing;
+    // the page is freed later; for the stack it is gone now
+    disconnect(closing, nullptr, this, nullptr);
+    FForms.removeLast();
+    QWidget* top = FForms.last();
+    dckMain->DockForm(top, true, true);
+    top->show();
+    if (ARefresh && top == FBaseForm && FBaseIsWelcome)
+        RefreshLastPage();
+    return top;
+}
+
+void TMainForm::tmrRefreshLastPageTimer() {
+    tmrRefreshLastPage->stop();
+    RefreshLastPage();
+}
+
+void TMainForm::RefreshLastPage() {
+    if (FBaseForm && FBaseIsWelcome && Hooks().RefreshWelcomePage)
+        Hooks().RefreshWelcomePage(FBaseForm);
+}
+
+bool TMainForm::FormCloseQuery() {
+    while (FForms.size() > 1) {
+        QWidget* top = FForms.last();
+        // a page that says no at its own close stays on top
+        if (!PageAgreesToClose(top) || CloseTopPage(false) == top)
+            break;
+    }
+    const bool canClose = FForms.size() < 2;
+    if (canClose && FForms.size() == 1) {
+        QWidget* base = FForms.takeFirst();
+        disconnect(base, nullptr, this, nullptr);
+        delete base;
+        FBaseForm = nullptr;
+    }
+    return canClose;
+}
+
+void TMainForm::closeEvent(QCloseEvent* AEvent) {
+    if (FormCloseQuery())
+        AEvent->accept();
+    else
+        AEvent->ignore();
+}
+
+bool TMainForm::event(QEvent* AEvent) {
+    if (AEvent->type() == NamedMessageType(NamedMessages::CloseMyApplication)) {
+        close();
+        return true;
+    }
+    return QWidget::event(AEvent);
+}

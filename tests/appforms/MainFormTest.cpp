@@ -1,0 +1,303 @@
+#include "AppUtils.h"
+#include "FixedClock.h"
+#include "SystemUtils.h"
+#include "TDockingPanel.h"
+#include "TMainForm.h"
+#include "TScaleForm.h"
+#include "TestEnvironment.h"
+#include "TmodData.h"
+#include "TnvDBConfig.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QPointer>
+#include <QTest>
+#include <gtest/gtest.h>
+
+namespace {
+
+// a page that a hook made, known by its name
+QWidget* NamedPage(const QString& AName) {
+    auto* page = new QWidget;
+    page->setObjectName(AName);
+    return page;
+}
+
+QStringList PageNames(const TMainForm& AForm) {
+    QStringList names;
+    for (const QWidget* page : AForm.Pages())
+        names << page->objectName();
+    return names;
+}
+
+class MainFormTest : public ::testing::Test {
+protected:
+    TmodData Data;
+    testsupport::TempDir Outbox;
+    QStringList Errors;
+    QStringList WizardCalls;
+    QPointer<TMainForm> Form;
+
+    void SetUp() override {
+        SetExportFolder(Outbox.path());
+        StartWith({});
+        TMainForm::Hooks() = TMainFormHooks{};
+        TMainForm::Hooks().ShowError = [this](QWidget*, const QString& AText) { Errors << AText; };
+        TMainForm::Hooks().SettingsPage = [] { return NamedPage(QStringLiteral("settings")); };
+        QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvenna Rückmeldesystem"));
+    }
+
+    void TearDown() override {
+        delete Form.data();
+        TMainForm::Hooks() = TMainFormHooks{};
+        StartWith({});
+    }
+
+    static void StartWith(QStringList AArguments) {
+        AArguments.prepend(QStringLiteral("orvenna"));
+        norvik::FillCmdParams(AArguments);
+        norvik::FillAppParams(AArguments);
+    }
+
+    void SetExportFolder(const QString& AFolder) {
+        auto values = norvik::TnvNamedValues::Create();
+        values->SetValueAsString(QStringLiteral("ExportFolder"), AFolder);
+        norvik::TnvDBConfig::SaveConfig(*Data.GetConnection(), QStringLiteral("DAME"),
+                                        QStringLiteral("SYSTEM"), *values);
+    }
+
+    void UseWizard() {
+        TMainForm::Hooks().Wizard = [this](const QString& AQuestions, const QString& AContent) {
+            WizardCalls << AQuestions + u'|' + AContent;
+            return NamedPage(QStringLiteral("wizard"));
+        };
+    }
+
+    TMainForm& Create() {
+        Form = new TMainForm(Data);
+        return *Form;
+    }
+
+    // runs the event loop until the main window has freed itself
+    bool WaitForEnd() {
+        return QTest::qWaitFor([this] { return Form.isNull(); }, 3000);
+    }
+};
+
+struct OutboxCase {
+    const char* Name;
+    bool Exists;
+    const char* Folder;
+};
+
+class PlainStartTest : public MainFormTest, public ::testing::WithParamInterface<OutboxCase> {};
+
+// Without an existing outbox the settings page stands over the welcome page, with no message.
+TEST_P(PlainStartTest, PutsTheSettingsPageOverTheWelcomePageOnlyWithoutOutbox) {
+    const OutboxCase& c = GetParam();
+    SetExportFolder(c.Folder ? QString::fromUtf8(c.Folder) : Outbox.path());
+    TMainForm::Hooks().WelcomePage = [](TMainForm&) { return NamedPage(QStringLiteral("welcome")); };
+    TMainForm& form = Create();
+    const QStringList expected = c.Exists
+                                     ? QStringList{QStringLiteral("welcome")}
+                                     : QStringList{QStringLiteral("welcome"), QStringLiteral("settings")};
+    EXPECT_EQ(PageNames(form), expected);
+    EXPECT_EQ(form.BaseForm()->objectName(), u"welcome");
+    EXPECT_EQ(form.DockPanel()->GetDockedForm(), form.Pages().last());
+    EXPECT_TRUE(Errors.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Outboxes, PlainStartTest,
+                         ::testing::Values(OutboxCase{"Existing", true, nullptr},
+                                           OutboxCase{"Empty", false, ""},
+                                           OutboxCase{"Missing", false, "/nonexistent/orvenna/outbox"}),
+                         [](const auto& AInfo) { return std::string(AInfo.param.Name); });
+
+TEST_F(MainFormTest, PlainStartWithoutWelcomePageShowsAnEmptyPage) {
+    TMainForm& form = Create();
+    ASSERT_EQ(form.Pages().size(), 1);
+    EXPECT_EQ(form.BaseForm(), form.Pages().first());
+    EXPECT_EQ(form.DockPanel()->GetDockedForm(), form.BaseForm());
+}
+
+TEST_F(MainFormTest, PlainStartOptionsThatAreNoDirectStart) {
+    UseWizard();
+    for (const QStringList& arguments :
+         {QStringList{QStringLiteral("/nodb:0")}, QStringList{QStringLiteral("/nodb")},
+          QStringList{QStringLiteral("/q:catalogue.json")}}) {
+        StartWith(arguments);
+        TMainForm& form = Create();
+        EXPECT_EQ(form.Pages().size(), 1) << arguments.join(u' ').toStdString();
+        EXPECT_TRUE(WizardCalls.isEmpty());
+        delete Form.data();
+    }
+}
+
+struct DirectCase {
+    const char* Name;
+    QStringList Arguments;
+    const char* Expected;
+};
+
+class DirectStartTest : public MainFormTest, public ::testing::WithParamInterface<DirectCase> {};
+
+// The catalogue and the content default to files of the working folder.
+TEST_P(DirectStartTest, OpensTheWizardAloneWithCatalogueAndContent) {
+    StartWith(GetParam().Arguments);
+    UseWizard();
+    TMainForm& form = Create();
+    EXPECT_EQ(PageNames(form), QStringList{QStringLiteral("wizard")});
+    EXPECT_EQ(form.BaseForm(), form.Pages().first());
+    EXPECT_EQ(WizardCalls, QStringList{QString::fromUtf8(GetParam().Expected)});
+    EXPECT_TRUE(Errors.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Options, DirectStartTest,
+    ::testing::Values(
+        DirectCase{"NoDb", {QStringLiteral("/nodb:1")}, "questions.json|content.json"},
+        DirectCase{"BareContent", {QStringLiteral("/v")}, "questions.json|"},
+        DirectCase{"Both", {QStringLiteral("/q:q.json"), QStringLiteral("/V:c.json")}, "q.json|c.json"}),
+    [](const auto& AInfo) { return std::string(AInfo.param.Name); });
+
+TEST_F(MainFormTest, DirectStartWithoutOutboxShowsTheErrorAndOnlyTheSettingsPage) {
+    SetExportFolder(QString());
+    StartWith({QStringLiteral("/v:content.json")});
+    UseWizard();
+    TMainForm& form = Create();
+    EXPECT_EQ(Errors, QStringList{TMainForm::ExportFolderError});
+    EXPECT_EQ(Errors.first(),
+              QStringLiteral("Es wurde der DaMe Exportpfad nicht oder falsch definiert. Bitte "
+                             "konfigurieren Sie das Rückmeldesystem."));
+    EXPECT_EQ(PageNames(form), QStringList{QStringLiteral("settings")});
+    EXPECT_EQ(form.BaseForm(), form.Pages().first());
+    EXPECT_TRUE(WizardCalls.isEmpty());
+}
+
+// The outbox is looked at anew for each new feedback.
+TEST_F(MainFormTest, OpenWizardChecksTheOutboxEachTime) {
+    UseWizard();
+    TMainForm& form = Create();
+    EXPECT_EQ(form.OpenWizard()->objectName(), u"wizard");
+    form.CloseTopPage(false);
+    SetExportFolder(Outbox.filePath(QStringLiteral("gone")));
+    EXPECT_EQ(form.OpenWizard()->objectName(), u"settings");
+    EXPECT_EQ(Errors, QStringList{TMainForm::ExportFolderError});
+    EXPECT_EQ(form.Pages().size(), 2);
+}
+
+TEST_F(MainFormTest, DirectStartWithNothingToOpenEndsTheProgram) {
+    StartWith({QStringLiteral("/nodb:1")});
+    Create();
+    EXPECT_TRUE(WaitForEnd());
+}
+
+TEST_F(MainFormTest, ClosingAPageShowsThePageBeneath) {
+    TMainForm& form = Create();
+    QWidget* base = form.BaseForm();
+    QWidget* first = form.AddPage(NamedPage(QStringLiteral("first")));
+    QPointer<QWidget> second = form.AddPage(NamedPage(QStringLiteral("second")));
+    EXPECT_TRUE(base->isVisibleTo(&form));
+    EXPECT_EQ(form.CloseTopPage(false), first);
+    EXPECT_EQ(form.DockPanel()->GetDockedForm(), first);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return second.isNull(); }, 3000));
+    EXPECT_EQ(PageNames(form).size(), 2);
+    EXPECT_FALSE(Form.isNull());
+}
+
+TEST_F(MainFormTest, APageThatClosesItselfLeavesTheStack) {
+    TMainForm& form = Create();
+    QWidget* page = form.AddPage(NamedPage(QStringLiteral("page")));
+    page->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.Pages().size() == 1; }, 3000));
+    EXPECT_EQ(form.DockPanel()->GetDockedForm(), form.BaseForm());
+    EXPECT_FALSE(Form.isNull());
+}
+
+// Coming back to the welcome page refreshes its list a moment later.
+TEST_F(MainFormTest, ReturningToTheWelcomePageRefreshesItAfterTheDelay) {
+    int refreshes = 0;
+    TMainForm::Hooks().WelcomePage = [](TMainForm&) { return NamedPage(QStringLiteral("welcome")); };
+    TMainForm::Hooks().RefreshWelcomePage = [&](QWidget*) { ++refreshes; };
+    TMainForm& form = Create();
+    EXPECT_EQ(refreshes, 1);
+    EXPECT_EQ(form.RefreshTimer().interval(), 250);
+    form.AddPage(NamedPage(QStringLiteral("list")))->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return refreshes == 2; }, 3000));
+    EXPECT_FALSE(form.RefreshTimer().isActive());
+}
+
+TEST_F(MainFormTest, ClosingTheLastPagePostsCloseMyApplication) {
+    StartWith({QStringLiteral("/nodb:1")});
+    UseWizard();
+    Create();
+    Form->Pages().first()->close();
+    EXPECT_TRUE(WaitForEnd());
+}
+
+TEST_F(MainFormTest, CloseTopPageOnTheLastPageClosesTheWindow) {
+    TMainForm& form = Create();
+    QPointer<QWidget> base = form.BaseForm();
+    EXPECT_EQ(form.CloseTopPage(false), nullptr);
+    EXPECT_TRUE(WaitForEnd());
+    EXPECT_TRUE(base.isNull());
+}
+
+// Closing the window closes the pages from the top, then the program.
+TEST_F(MainFormTest, ClosingTheWindowClosesAllPages) {
+    UseWizard();
+    TMainForm& form = Create();
+    QPointer<QWidget> base = form.BaseForm();
+    QPointer<QWidget> wizard = form.OpenWizard();
+    EXPECT_TRUE(form.close());
+    EXPECT_TRUE(WaitForEnd());
+    EXPECT_TRUE(base.isNull());
+    EXPECT_TRUE(wizard.isNull());
+}
+
+TEST_F(MainFormTest, APageThatRefusesKeepsTheWindowOpen) {
+    TMainForm& form = Create();
+    auto* blocked = new norvik::TScaleForm;
+    blocked->SetCloseBlocked(true);
+    form.AddPage(blocked);
+    EXPECT_FALSE(form.close());
+    EXPECT_EQ(form.Pages().size(), 2);
+    EXPECT_EQ(form.Pages().last(), blocked);
+    blocked->SetCloseBlocked(false);
+    EXPECT_TRUE(form.close());
+    EXPECT_TRUE(WaitForEnd());
+}
+
+TEST_F(MainFormTest, FooterShowsYearAndVersion) {
+    testsupport::FixedClock clock("2031-05-04 10:00:00");
+    TMainForm& form = Create();
+    const QString expected = QStringLiteral("© 2031 by Orvenna  | Version: ") + norvik::GetFileVersionText();
+    EXPECT_EQ(form.VersionText(), expected);
+    EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("lblVersion"))->text(), expected);
+}
+
+TEST_F(MainFormTest, HasItsMinimumSize) {
+    TMainForm& form = Create();
+    EXPECT_EQ(form.minimumSize(), QSize(735, 500));
+}
+
+struct TitleCase {
+    const char* Name;
+    const char* Argument;
+    const char* Title;
+};
+
+class TitleTest : public MainFormTest, public ::testing::WithParamInterface<TitleCase> {};
+
+TEST_P(TitleTest, TakesTheTitleFromOptionC) {
+    StartWith({QString::fromUtf8(GetParam().Argument)});
+    EXPECT_EQ(Create().windowTitle(), QString::fromUtf8(GetParam().Title));
+}
+
+INSTANTIATE_TEST_SUITE_P(Options, TitleTest,
+                         ::testing::Values(TitleCase{"Given", "/C:Praxis Huber", "Praxis Huber"},
+                                           TitleCase{"Empty", "/C:", "Orvenna Rückmeldesystem"},
+                                           TitleCase{"Absent", "/X:upgrade", "Orvenna Rückmeldesystem"}),
+                         [](const auto& AInfo) { return std::string(AInfo.param.Name); });
+
+} // namespace
