@@ -4,39 +4,32 @@
 
 namespace norvik {
 
-std::optional<QDateTime>& Clock::fixedMoment()
-{
+std::optional<QDateTime>& Clock::fixedMoment() {
     static std::optional<QDateTime> moment;
     return moment;
 }
 
-QDateTime Clock::now()
-{
+QDateTime Clock::now() {
     return fixedMoment().value_or(QDateTime::currentDateTime());
 }
 
-TDateTime Clock::nowDateTime()
-{
+TDateTime Clock::nowDateTime() {
     return TDateTimeUtils::fromQDateTime(now());
 }
 
-TDateTime Clock::todayDate()
-{
+TDateTime Clock::todayDate() {
     return TDateTimeUtils::fromDate(today());
 }
 
-void Clock::setFixed(const QDateTime& moment)
-{
+void Clock::setFixed(const QDateTime& moment) {
     fixedMoment() = moment;
 }
 
-void Clock::clearFixed()
-{
+void Clock::clearFixed() {
     fixedMoment().reset();
 }
 
-bool Clock::isFixed()
-{
+bool Clock::isFixed() {
     return fixedMoment().has_value();
 }
 

@@ -2,7 +2,6 @@
 
 #include <QDate>
 #include <QDateTime>
-
 #include <optional>
 
 namespace norvik {

@@ -3,23 +3,20 @@
 #include "SystemFormats.h"
 
 #include <QRegularExpression>
-
 #include <cmath>
 
 namespace norvik {
 
 namespace {
 
-const QDate& neutralDate()
-{
+const QDate& neutralDate() {
     static const QDate date(1899, 12, 30);
     return date;
 }
 
 } // namespace
 
-bool TDateTimeUtils::TryEncodeDate(int year, int month, int day, TDateTime& result)
-{
+bool TDateTimeUtils::TryEncodeDate(int year, int month, int day, TDateTime& result) {
     if (year < 1 || year > 9999)
         return false;
     const QDate date(year, month, day);
@@ -29,8 +26,7 @@ bool TDateTimeUtils::TryEncodeDate(int year, int month, int day, TDateTime& resu
     return true;
 }
 
-bool TDateTimeUtils::TryEncodeTime(int hour, int minute, int second, int msec, TDateTime& result)
-{
+bool TDateTimeUtils::TryEncodeTime(int hour, int minute, int second, int msec, TDateTime& result) {
     if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59 || msec < 0 ||
         msec > 999)
         return false;
@@ -38,33 +34,28 @@ bool TDateTimeUtils::TryEncodeTime(int hour, int minute, int second, int msec, T
     return true;
 }
 
-TDateTime TDateTimeUtils::EncodeDate(int year, int month, int day)
-{
+TDateTime TDateTimeUtils::EncodeDate(int year, int month, int day) {
     TDateTime result = 0;
     TryEncodeDate(year, month, day, result);
     return result;
 }
 
-void TDateTimeUtils::DecodeDate(TDateTime value, int& year, int& month, int& day)
-{
+void TDateTimeUtils::DecodeDate(TDateTime value, int& year, int& month, int& day) {
     toDate(value).getDate(&year, &month, &day);
 }
 
-TDateTime TDateTimeUtils::fromDate(const QDate& date)
-{
+TDateTime TDateTimeUtils::fromDate(const QDate& date) {
     return double(neutralDate().daysTo(date));
 }
 
-TDateTime TDateTimeUtils::fromQDateTime(const QDateTime& dateTime)
-{
+TDateTime TDateTimeUtils::fromQDateTime(const QDateTime& dateTime) {
     const QDateTime local = dateTime.toLocalTime();
     const double days = fromDate(local.date());
     const double fraction = double(local.time().msecsSinceStartOfDay()) / MSecsPerDay;
     return days >= 0 ? days + fraction : days - fraction;
 }
 
-QDate TDateTimeUtils::toDate(TDateTime value)
-{
+QDate TDateTimeUtils::toDate(TDateTime value) {
     // a value a hair below midnight belongs to the next day once rounded to milliseconds
     const qint64 msecs = std::llround(std::fabs(value - std::trunc(value)) * MSecsPerDay);
     qint64 days = qint64(std::trunc(value));
@@ -73,29 +64,24 @@ QDate TDateTimeUtils::toDate(TDateTime value)
     return neutralDate().addDays(days);
 }
 
-QTime TDateTimeUtils::toTime(TDateTime value)
-{
+QTime TDateTimeUtils::toTime(TDateTime value) {
     const qint64 msecs = std::llround(std::fabs(value - std::trunc(value)) * MSecsPerDay) % MSecsPerDay;
     return QTime::fromMSecsSinceStartOfDay(int(msecs));
 }
 
-QDateTime TDateTimeUtils::toQDateTime(TDateTime value)
-{
+QDateTime TDateTimeUtils::toQDateTime(TDateTime value) {
     return QDateTime(toDate(value), toTime(value));
 }
 
-TDateTime TDateTimeUtils::dateOf(TDateTime value)
-{
+TDateTime TDateTimeUtils::dateOf(TDateTime value) {
     return fromDate(toDate(value));
 }
 
-TDateTime TDateTimeUtils::timeOf(TDateTime value)
-{
+TDateTime TDateTimeUtils::timeOf(TDateTime value) {
     return double(toTime(value).msecsSinceStartOfDay()) / MSecsPerDay;
 }
 
-QString TDateTimeUtils::toSystemText(TDateTime value)
-{
+QString TDateTimeUtils::toSystemText(TDateTime value) {
     const auto& formats = platform::SystemFormats::current();
     const QDateTime dateTime = toQDateTime(value);
     QString text = dateTime.date().toString(formats.shortDateFormat);
@@ -104,8 +90,7 @@ QString TDateTimeUtils::toSystemText(TDateTime value)
     return text;
 }
 
-bool TDateTimeUtils::tryParseSystemDateTime(const QString& text, TDateTime& result)
-{
+bool TDateTimeUtils::tryParseSystemDateTime(const QString& text, TDateTime& result) {
     static const QRegularExpression pattern(QStringLiteral(
         R"(^\s*(\d{1,2})\.(\d{1,2})\.(\d{1,4})(?:\s+(\d{1,2}):(\d{1,2})(?::(\d{1,2}))?)?\s*$)"));
     const QRegularExpressionMatch match = pattern.match(text);
@@ -115,8 +100,8 @@ bool TDateTimeUtils::tryParseSystemDateTime(const QString& text, TDateTime& resu
     TDateTime time = 0;
     if (!TryEncodeDate(match.captured(3).toInt(), match.captured(2).toInt(), match.captured(1).toInt(), date))
         return false;
-    if (match.hasCaptured(4) &&
-        !TryEncodeTime(match.captured(4).toInt(), match.captured(5).toInt(), match.captured(6).toInt(), 0, time))
+    if (match.hasCaptured(4) && !TryEncodeTime(match.captured(4).toInt(), match.captured(5).toInt(),
+                                               match.captured(6).toInt(), 0, time))
         return false;
     result = date >= 0 ? date + time : date - time;
     return true;

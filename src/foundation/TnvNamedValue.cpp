@@ -4,7 +4,6 @@
 
 namespace norvik {
 
-
 TnvNamedValue::TnvNamedValue(const QString& AName, const Variant& AValue)
     : FName(AName)
     , FValue(AValue) {}

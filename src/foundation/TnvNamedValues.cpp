@@ -1,9 +1,8 @@
 #include "TnvNamedValues.h"
 
-#include "Overloaded.h"
-
 #include "AnsiCodePage.h"
 #include "Exception.h"
+#include "Overloaded.h"
 
 #include <QObject>
 #include <stdexcept>

@@ -1,10 +1,9 @@
 #include "Variant.h"
 
 #include "Overloaded.h"
-#include "WholeNumberText.h"
-
 #include "SystemFormats.h"
 #include "TDateTimeUtils.h"
+#include "WholeNumberText.h"
 
 #include <cmath>
 #include <cstdio>
@@ -14,21 +13,18 @@ namespace norvik {
 
 namespace {
 
-bool fitsInt64(double value)
-{
+bool fitsInt64(double value) {
     return value >= -9223372036854775808.0 && value < 9223372036854775808.0;
 }
 
 // banker's rounding, as the processor rounds by default
-double roundHalfEven(double value)
-{
+double roundHalfEven(double value) {
     return std::nearbyint(value);
 }
 
 // Float text with the system's decimal separator and an optional exponent, blanks allowed
 // around it; thousands separators are not.
-bool parseSystemFloat(const QString& text, double& result)
-{
+bool parseSystemFloat(const QString& text, double& result) {
     const QChar decimal = platform::SystemFormats::current().decimalSeparator;
     const QString trimmed = text.trimmed();
     if (trimmed.isEmpty())
@@ -72,8 +68,7 @@ bool parseSystemFloat(const QString& text, double& result)
     return end == plain.constData() + plain.size() && std::isfinite(result);
 }
 
-bool parseBoolText(const QString& text, bool& result)
-{
+bool parseBoolText(const QString& text, bool& result) {
     const QString trimmed = text.trimmed();
     if (trimmed.compare(u"True", Qt::CaseInsensitive) == 0) {
         result = true;
@@ -91,8 +86,7 @@ bool parseBoolText(const QString& text, bool& result)
     return false;
 }
 
-QString varTypeName(VarType type)
-{
+QString varTypeName(VarType type) {
     switch (type) {
     case VarType::Unassigned:
         return QStringLiteral("Empty");
@@ -126,8 +120,7 @@ QString varTypeName(VarType type)
 
 // The exact digits of the scaled amount, the fraction without trailing zeros. Going through
 // a double would show its binary error ("1,234499999999999931" for 1,2345).
-QString currencyText(Currency value, QChar decimalSeparator)
-{
+QString currencyText(Currency value, QChar decimalSeparator) {
     const bool negative = value.scaled < 0;
     const quint64 magnitude = negative ? 0 - quint64(value.scaled) : quint64(value.scaled);
     QString text = negative ? QStringLiteral("-") : QString();
@@ -140,91 +133,75 @@ QString currencyText(Currency value, QChar decimalSeparator)
     return text;
 }
 
-QString conversionMessage(VarType from, VarType to)
-{
+QString conversionMessage(VarType from, VarType to) {
     return QStringLiteral("Could not convert variant of type (%1) into type (%2)")
         .arg(varTypeName(from), varTypeName(to));
 }
 
 } // namespace
 
-Currency Currency::fromDouble(double value)
-{
+Currency Currency::fromDouble(double value) {
     const double scaledValue = roundHalfEven(value * Scale);
     if (!fitsInt64(scaledValue))
         throw EVariantOverflowError(VarType::Double, VarType::Currency);
     return Currency{qint64(scaledValue)};
 }
 
-EVariantError::EVariantError(const QString& message) : std::runtime_error(message.toStdString()) {}
+EVariantError::EVariantError(const QString& message)
+    : std::runtime_error(message.toStdString()) {}
 
 EVariantTypeCastError::EVariantTypeCastError(VarType from, VarType to)
-    : EVariantError(conversionMessage(from, to))
-{
-}
+    : EVariantError(conversionMessage(from, to)) {}
 
 EVariantOverflowError::EVariantOverflowError(VarType from, VarType to)
     : EVariantError(QStringLiteral("Overflow while converting variant of type (%1) into type (%2)")
-                        .arg(varTypeName(from), varTypeName(to)))
-{
-}
+                        .arg(varTypeName(from), varTypeName(to))) {}
 
-Variant Variant::null()
-{
+Variant Variant::null() {
     return Variant(Storage(NullTag{}));
 }
 
-Variant Variant::fromDate(TDateTime value)
-{
+Variant Variant::fromDate(TDateTime value) {
     return Variant(Storage(DateValue{value}));
 }
 
-Variant Variant::fromAnsiString(const QString& value)
-{
+Variant Variant::fromAnsiString(const QString& value) {
     return Variant(Storage(AnsiText{value}));
 }
 
-Variant Variant::byRef(Variant* target)
-{
+Variant Variant::byRef(Variant* target) {
     return Variant(Storage(Reference{target}));
 }
 
-VarType Variant::type() const
-{
+VarType Variant::type() const {
     return VarType(m_value.index());
 }
 
-QString Variant::typeName(VarType type)
-{
+QString Variant::typeName(VarType type) {
     return varTypeName(type);
 }
 
-bool Variant::isEmpty() const
-{
+bool Variant::isEmpty() const {
     const VarType t = valueType();
     return t == VarType::Unassigned || t == VarType::Null;
 }
 
-bool Variant::isString() const
-{
+bool Variant::isString() const {
     const VarType t = valueType();
     return t == VarType::String || t == VarType::UString;
 }
 
-bool Variant::isOrdinal() const
-{
+bool Variant::isOrdinal() const {
     const VarType t = valueType();
     return t == VarType::Boolean || t == VarType::Integer || t == VarType::Int64;
 }
 
-bool Variant::isFloat() const
-{
+bool Variant::isFloat() const {
     const VarType t = valueType();
     return t == VarType::Double || t == VarType::Currency;
 }
 
-const Variant& Variant::deref() const
-{
+const Variant& Variant::deref() const {
     const Variant* current = this;
     while (const auto* reference = std::get_if<Reference>(&current->m_value)) {
         if (!reference->target)
@@ -234,24 +211,20 @@ const Variant& Variant::deref() const
     return *current;
 }
 
-Variant& Variant::deref()
-{
+Variant& Variant::deref() {
     return const_cast<Variant&>(std::as_const(*this).deref());
 }
 
-Variant* Variant::refTarget() const
-{
+Variant* Variant::refTarget() const {
     const auto* reference = std::get_if<Reference>(&m_value);
     return reference ? reference->target : nullptr;
 }
 
-void Variant::castError(VarType to) const
-{
+void Variant::castError(VarType to) const {
     throw EVariantTypeCastError(type(), to);
 }
 
-double Variant::textToDouble(VarType to) const
-{
+double Variant::textToDouble(VarType to) const {
     const QString text = toString();
     double number = 0;
     if (parseSystemFloat(text, number))
@@ -262,8 +235,7 @@ double Variant::textToDouble(VarType to) const
     castError(to);
 }
 
-bool Variant::toBool() const
-{
+bool Variant::toBool() const {
     const Variant& v = deref();
     return std::visit(Overloaded{
                           [](std::monostate) { return false; },
@@ -291,8 +263,7 @@ bool Variant::toBool() const
                       v.m_value);
 }
 
-qint64 Variant::toInt64() const
-{
+qint64 Variant::toInt64() const {
     const Variant& v = deref();
     auto fromDouble = [&](double d) -> qint64 {
         const double rounded = roundHalfEven(d);
@@ -322,8 +293,7 @@ qint64 Variant::toInt64() const
                       v.m_value);
 }
 
-qint32 Variant::toInt() const
-{
+qint32 Variant::toInt() const {
     const qint64 wide = [this] {
         try {
             return toInt64();
@@ -338,8 +308,7 @@ qint32 Variant::toInt() const
     return qint32(wide);
 }
 
-double Variant::toDouble() const
-{
+double Variant::toDouble() const {
     const Variant& v = deref();
     return std::visit(Overloaded{
                           [](std::monostate) { return 0.0; },
@@ -357,8 +326,7 @@ double Variant::toDouble() const
                       v.m_value);
 }
 
-Currency Variant::toCurrency() const
-{
+Currency Variant::toCurrency() const {
     const Variant& v = deref();
     switch (v.type()) {
     case VarType::Currency:
@@ -380,8 +348,7 @@ Currency Variant::toCurrency() const
     }
 }
 
-TDateTime Variant::toDate() const
-{
+TDateTime Variant::toDate() const {
     const Variant& v = deref();
     if (v.isString()) {
         TDateTime result = 0;
@@ -396,8 +363,7 @@ TDateTime Variant::toDate() const
     }
 }
 
-QString Variant::toString() const
-{
+QString Variant::toString() const {
     const Variant& v = deref();
     const QChar decimal = platform::SystemFormats::current().decimalSeparator;
     return std::visit(Overloaded{
@@ -417,8 +383,7 @@ QString Variant::toString() const
                       v.m_value);
 }
 
-QByteArray Variant::toBytes() const
-{
+QByteArray Variant::toBytes() const {
     const Variant& v = deref();
     if (const auto* bytes = std::get_if<QByteArray>(&v.m_value))
         return *bytes;
@@ -427,18 +392,15 @@ QByteArray Variant::toBytes() const
     v.castError(VarType::Bytes);
 }
 
-const TJSONVariantData* Variant::json() const
-{
+const TJSONVariantData* Variant::json() const {
     return std::get_if<TJSONVariantData>(&deref().m_value);
 }
 
-TJSONVariantData* Variant::json()
-{
+TJSONVariantData* Variant::json() {
     return std::get_if<TJSONVariantData>(&deref().m_value);
 }
 
-Variant Variant::value(const QString& name) const
-{
+Variant Variant::value(const QString& name) const {
     const TJSONVariantData* data = json();
     if (!data)
         throw EVariantError(QStringLiteral("Invalid variant operation"));
@@ -447,8 +409,7 @@ Variant Variant::value(const QString& name) const
     return fromAnsiString(QString());
 }
 
-Variant Variant::valueRef(const QString& name)
-{
+Variant Variant::valueRef(const QString& name) {
     TJSONVariantData* data = json();
     if (!data)
         throw EVariantError(QStringLiteral("Invalid variant operation"));
@@ -457,21 +418,18 @@ Variant Variant::valueRef(const QString& name)
     return fromAnsiString(QString());
 }
 
-void Variant::setValue(const QString& name, const Variant& value)
-{
+void Variant::setValue(const QString& name, const Variant& value) {
     TJSONVariantData* data = json();
     if (!data)
         throw EVariantError(QStringLiteral("Invalid variant operation"));
     data->SetValue(name, value);
 }
 
-bool Variant::operator==(const Variant& other) const
-{
+bool Variant::operator==(const Variant& other) const {
     return m_value == other.m_value;
 }
 
-QString FloatToTextGeneral(double value, int precision, QChar decimalSeparator)
-{
+QString FloatToTextGeneral(double value, int precision, QChar decimalSeparator) {
     if (std::isnan(value))
         return QStringLiteral("NAN");
     if (std::isinf(value))

@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QString>
 #include <QtGlobal>
-
 #include <stdexcept>
 #include <utility>
 #include <variant>
@@ -28,16 +27,16 @@ enum class VarType : quint8 {
     Unassigned,
     Null,
     Boolean,
-    Integer,   // 32 bit
+    Integer, // 32 bit
     Int64,
     Double,
     Currency,
     Date,
-    String,    // narrow text
-    UString,   // wide text: what the program's strings are
-    Bytes,     // array of byte
-    ByRef,     // points to another variant, never owns it
-    JSON,      // an object or array, see TJSONVariantData
+    String,  // narrow text
+    UString, // wide text: what the program's strings are
+    Bytes,   // array of byte
+    ByRef,   // points to another variant, never owns it
+    JSON,    // an object or array, see TJSONVariantData
 };
 
 // Base of the variant layer's errors.
@@ -65,17 +64,28 @@ public:
 class Variant {
 public:
     Variant() = default;
-    Variant(bool value) : m_value(value) {}
-    Variant(qint32 value) : m_value(value) {}
-    Variant(qint64 value) : m_value(value) {}
-    Variant(double value) : m_value(value) {}
-    Variant(Currency value) : m_value(value) {}
-    Variant(const QString& value) : m_value(value) {}
-    Variant(QString&& value) : m_value(std::move(value)) {}
-    Variant(const char16_t* value) : m_value(QString::fromUtf16(value)) {}
-    Variant(const QByteArray& bytes) : m_value(bytes) {}
-    Variant(const TJSONVariantData& json) : m_value(json) {}
-    Variant(TJSONVariantData&& json) : m_value(std::move(json)) {}
+    Variant(bool value)
+        : m_value(value) {}
+    Variant(qint32 value)
+        : m_value(value) {}
+    Variant(qint64 value)
+        : m_value(value) {}
+    Variant(double value)
+        : m_value(value) {}
+    Variant(Currency value)
+        : m_value(value) {}
+    Variant(const QString& value)
+        : m_value(value) {}
+    Variant(QString&& value)
+        : m_value(std::move(value)) {}
+    Variant(const char16_t* value)
+        : m_value(QString::fromUtf16(value)) {}
+    Variant(const QByteArray& bytes)
+        : m_value(bytes) {}
+    Variant(const TJSONVariantData& json)
+        : m_value(json) {}
+    Variant(TJSONVariantData&& json)
+        : m_value(std::move(json)) {}
     // no implicit conversions from pointers: a char* or Variant* must say what it means
     Variant(const char*) = delete;
     Variant(const void*) = delete;
@@ -157,7 +167,8 @@ private:
                                  AnsiText, QString, QByteArray, Reference, TJSONVariantData>;
     Storage m_value;
 
-    explicit Variant(Storage value) : m_value(std::move(value)) {}
+    explicit Variant(Storage value)
+        : m_value(std::move(value)) {}
     [[noreturn]] void castError(VarType to) const;
     double textToDouble(VarType to) const;
 };

@@ -4,8 +4,7 @@ namespace norvik {
 
 namespace {
 
-int digitValue(char16_t c)
-{
+int digitValue(char16_t c) {
     if (c >= u'0' && c <= u'9')
         return c - u'0';
     if (c >= u'a' && c <= u'f')
@@ -17,8 +16,7 @@ int digitValue(char16_t c)
 
 } // namespace
 
-bool TryWholeNumberText(const QString& text, int bitWidth, qint64& result)
-{
+bool TryWholeNumberText(const QString& text, int bitWidth, qint64& result) {
     qsizetype i = 0;
     const qsizetype n = text.size();
     while (i < n && text.at(i).unicode() <= u' ')

@@ -9,13 +9,11 @@ namespace platform {
 
 namespace {
 
-QString fromEnvironment(const char* name)
-{
+QString fromEnvironment(const char* name) {
     return QDir::cleanPath(qEnvironmentVariable(name));
 }
 
-QString executablePath()
-{
+QString executablePath() {
     if (QCoreApplication::instance())
         return QCoreApplication::applicationFilePath();
     // before the application object exists the kernel still knows who we are
@@ -24,25 +22,21 @@ QString executablePath()
 
 } // namespace
 
-QString commonAppDataDir()
-{
+QString commonAppDataDir() {
     if (qEnvironmentVariableIsSet("ORVENNA_COMMON_APPDATA"))
         return fromEnvironment("ORVENNA_COMMON_APPDATA");
     return QStringLiteral("/var/lib");
 }
 
-QString userAppDataDir()
-{
+QString userAppDataDir() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
 }
 
-QString programDir()
-{
+QString programDir() {
     return QFileInfo(executablePath()).absolutePath();
 }
 
-QString logDir()
-{
+QString logDir() {
     if (qEnvironmentVariableIsSet("ORVENNA_LOG_DIR"))
         return fromEnvironment("ORVENNA_LOG_DIR");
     return programDir();

@@ -2,13 +2,11 @@
 
 #include <QDir>
 #include <QFile>
-
 #include <unistd.h>
 
 namespace platform {
 
-void ensureRuntimeFolder()
-{
+void ensureRuntimeFolder() {
     if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR"))
         return;
     const QString folder = QDir::temp().filePath(QStringLiteral("orvenna-runtime-%1").arg(getuid()));

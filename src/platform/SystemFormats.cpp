@@ -2,8 +2,7 @@
 
 namespace platform {
 
-const SystemFormats& SystemFormats::current()
-{
+const SystemFormats& SystemFormats::current() {
     static const SystemFormats formats;
     return formats;
 }

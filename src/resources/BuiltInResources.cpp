@@ -10,7 +10,9 @@ QString BuiltInResources::demoContent() {
     return QString::fromUtf8(read(QStringLiteral("DEMOCONTENT")));
 }
 
-QByteArray BuiltInResources::feedbackTemplate() { return read(QStringLiteral("FEEDBACK")); }
+QByteArray BuiltInResources::feedbackTemplate() {
+    return read(QStringLiteral("FEEDBACK"));
+}
 
 QByteArray BuiltInResources::read(const QString& name) {
     QFile file(QStringLiteral(":/") + name);

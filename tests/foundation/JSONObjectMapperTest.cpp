@@ -1,4 +1,5 @@
 #include "JSONWriter.h"
+#include "ScopedTimeZone.h"
 #include "TDateTimeUtils.h"
 #include "TJSONBase64.h"
 #include "TJSONClassRegistry.h"
@@ -11,8 +12,6 @@
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
-#include "ScopedTimeZone.h"
-
 #include <gtest/gtest.h>
 #include <memory>
 #include <ostream>
@@ -85,7 +84,6 @@ class TestPersonList : public QObject {
 };
 
 namespace {
-
 
 class JSONObjectMapperTest : public ::testing::Test {
 protected:

@@ -307,8 +307,7 @@ TEST(JSONParserTest, ParsesNestedDocument) {
         uR"({"patient":{"firstname":"Anna","born":"1970-01-02","tags":["a","b"]},"count":3,"ok":true,"none":null,"ratio":0.5})"_s);
 }
 
-TEST(JSONParserTest, ObjectsWithEqualKeysStayIndependent)
-{
+TEST(JSONParserTest, ObjectsWithEqualKeysStayIndependent) {
     Variant list = JSONVariant(u"[{\"a\":1},{\"a\":2},{\"b\":3}]"_s);
     TJSONVariantData* data = list.json();
     TJSONVariantData* first = data->ValueAt(0).json();

@@ -1,11 +1,10 @@
 #include "JSONWriter.h"
 
+#include "ScopedTimeZone.h"
 #include "TDateTimeUtils.h"
 #include "TJSONVariantData.h"
 #include "Variant.h"
 #include "VariantJSON.h"
-
-#include "ScopedTimeZone.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -18,7 +17,6 @@ static void PrintTo(const QString& text, std::ostream* out) {
 }
 
 namespace {
-
 
 TDateTime dateTime(int year, int month, int day, int hour, int minute, int second, int msec) {
     TDateTime time = 0;

@@ -1,17 +1,15 @@
 #include "NamedMessages.h"
 
+#include "NamedMessageSink.h"
 #include "TnvNamedMessageEvent.h"
 
 #include <QCoreApplication>
 #include <QSet>
-#include "NamedMessageSink.h"
-
 #include <gtest/gtest.h>
 
 using namespace norvik;
 
 namespace {
-
 
 TEST(NamedMessagesTest, EveryMessageHasATypeOfItsOwn) {
     RegisterNamedMessages();

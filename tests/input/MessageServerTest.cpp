@@ -1,5 +1,6 @@
 #include "EventLoopWait.h"
 #include "MessageServerName.h"
+#include "NamedMessageSink.h"
 #include "TnvMessageServer.h"
 #include "TnvNamedMessageEvent.h"
 
@@ -8,8 +9,6 @@
 #include <QFile>
 #include <QLocalSocket>
 #include <QUuid>
-#include "NamedMessageSink.h"
-
 #include <gtest/gtest.h>
 #include <memory>
 
@@ -17,7 +16,6 @@ using namespace norvik;
 using inputtests::WaitUntil;
 
 namespace {
-
 
 QString UniqueServerName() {
     return QStringLiteral("orvenna-test-") + QUuid::createUuid().toString(QUuid::Id128);

@@ -4,18 +4,14 @@
 
 namespace testsupport {
 
-FixedClock::FixedClock(const QDateTime& moment)
-{
+FixedClock::FixedClock(const QDateTime& moment) {
     norvik::Clock::setFixed(moment);
 }
 
 FixedClock::FixedClock(const char* moment)
-    : FixedClock(QDateTime::fromString(QString::fromLatin1(moment), QStringLiteral("yyyy-MM-dd HH:mm:ss")))
-{
-}
+    : FixedClock(QDateTime::fromString(QString::fromLatin1(moment), QStringLiteral("yyyy-MM-dd HH:mm:ss"))) {}
 
-FixedClock::~FixedClock()
-{
+FixedClock::~FixedClock() {
     norvik::Clock::clearFixed();
 }
 

@@ -13,8 +13,7 @@ public:
     QStringList Received;
 
 protected:
-    bool event(QEvent* AEvent) override
-    {
+    bool event(QEvent* AEvent) override {
         if (auto* message = dynamic_cast<norvik::TnvNamedMessageEvent*>(AEvent)) {
             Received << message->Name() + u'|' + message->Argument();
             return true;

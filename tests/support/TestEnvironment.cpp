@@ -2,19 +2,16 @@
 
 #include <QDir>
 #include <QFile>
-
 #include <gtest/gtest.h>
 
 namespace testsupport {
 
-TempDir::TempDir()
-{
+TempDir::TempDir() {
     if (!m_dir.isValid())
         ADD_FAILURE() << "cannot create a temporary folder";
 }
 
-QString TempDir::writeFile(const QString& name, const QByteArray& content) const
-{
+QString TempDir::writeFile(const QString& name, const QByteArray& content) const {
     const QString path = filePath(name);
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
@@ -25,16 +22,14 @@ QString TempDir::writeFile(const QString& name, const QByteArray& content) const
 
 namespace {
 
-QTemporaryDir& sandbox()
-{
+QTemporaryDir& sandbox() {
     static QTemporaryDir dir;
     return dir;
 }
 
 } // namespace
 
-void redirectProgramFolders()
-{
+void redirectProgramFolders() {
     const QString root = sandbox().path();
     for (const char* sub : {"common", "logs", "config"})
         QDir(root).mkpath(QString::fromLatin1(sub));
@@ -43,8 +38,7 @@ void redirectProgramFolders()
     qputenv("XDG_CONFIG_HOME", QDir(root).filePath(QStringLiteral("config")).toUtf8());
 }
 
-QString sandboxPath()
-{
+QString sandboxPath() {
     return sandbox().path();
 }
 

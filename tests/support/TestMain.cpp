@@ -1,11 +1,9 @@
 #include "TestEnvironment.h"
 
 #include <QCoreApplication>
-
 #include <gmock/gmock.h>
 
-int main(int argc, char** argv)
-{
+int main(int argc, char** argv) {
     testsupport::redirectProgramFolders();
     QCoreApplication app(argc, argv);
     ::testing::InitGoogleMock(&argc, argv);

@@ -21,16 +21,14 @@ namespace {
 
 const QString LetterTitle = QStringLiteral("Physiotherapeutischer Bericht");
 
-bool writeFile(const QString& fileName, const QByteArray& bytes)
-{
+bool writeFile(const QString& fileName, const QByteArray& bytes) {
     QFile file(fileName);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 // Without a database the therapist is not stored; the row the outbox message is written from
 // is taken from the therapist's edits, as storing would leave it.
-void takeTherapistFromEdits(TFeedbackWizardState& state)
-{
+void takeTherapistFromEdits(TFeedbackWizardState& state) {
     auto therapist = norvik::TnvNamedValues::Create();
     therapist->SetValueAsString(QStringLiteral("TPTZusatzText1"), state.edtTHPTherapist);
     therapist->SetValueAsString(QStringLiteral("TPTZusatzText2"), state.edtTHPTherapistExtension);
@@ -41,8 +39,7 @@ void takeTherapistFromEdits(TFeedbackWizardState& state)
 
 } // namespace
 
-int DemoCommand::run(QStringList arguments, QTextStream& out, QTextStream& err) const
-{
+int DemoCommand::run(QStringList arguments, QTextStream& out, QTextStream& err) const {
     const QString target = takeOption(arguments, QStringLiteral("--out"));
     if (target.isEmpty() || !arguments.isEmpty())
         throw ECliUsage(QStringLiteral("expects --out DIR"));
