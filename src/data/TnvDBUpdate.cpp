@@ -314,6 +314,22 @@ void TnvDBUpdate::CreateTable() {
     CreateTableFromTarget(table, nullptr);
 }
 
+// Hands the field lines of the target's current block to AVisit, from FTargetIndex on and
+// passing over empty ones. False when AVisit stopped the walk; FTargetIndex then stands on
+// that field's line, otherwise behind the block's last field.
+bool TnvDBUpdate::WalkTargetFields(const std::function<bool(const QString&, const QString&)>& AVisit) {
+    FTargetIndex = StructureText::SkipToRelevant(FTarget, FTargetIndex);
+    for (; FTargetIndex < FTarget.size() && StructureText::IsKind(FTarget.at(FTargetIndex), u'F');
+         ++FTargetIndex) {
+        const SplitLine field = SplitDefinitionLine(FTarget.at(FTargetIndex));
+        if (field.name.isEmpty() && field.rest.isEmpty())
+            continue;
+        if (!AVisit(field.name, field.rest))
+            return false;
+    }
+    return true;
+}
+
 // The target's block from the current line on: the table with its fields, then its indexes.
 // With ACopyColumns, the table is being rebuilt: the fields that the database has go into
 // the list, and those that only the database has are kept if ProtectFromDelete is set.
@@ -321,23 +337,19 @@ void TnvDBUpdate::CreateTableFromTarget(const QString& ATable, QStringList* ACop
     QStringList columns;
     QStringList keys;
     QStringList targetFields;
-    FTargetIndex = StructureText::SkipToRelevant(FTarget, FTargetIndex);
-    for (; FTargetIndex < FTarget.size() && StructureText::IsKind(FTarget.at(FTargetIndex), u'F');
-         ++FTargetIndex) {
-        const SplitLine field = SplitDefinitionLine(FTarget.at(FTargetIndex));
-        if (field.name.isEmpty() && field.rest.isEmpty())
-            continue;
-        QString column = u' ' + field.name + TnvDBUpdateSQL::ColumnDefinition(field.rest, FQueryMode);
-        if (TnvDBUpdateSQL::IsKeySpec(field.rest)) {
-            keys.append(field.name);
+    WalkTargetFields([&](const QString& name, const QString& rest) {
+        QString column = u' ' + name + TnvDBUpdateSQL::ColumnDefinition(rest, FQueryMode);
+        if (TnvDBUpdateSQL::IsKeySpec(rest)) {
+            keys.append(name);
             if (FQueryMode == qsmSQLite)
                 column += QStringLiteral(" PRIMARY KEY");
         }
         columns.append(column);
-        targetFields.append(field.name);
-        if (ACopyColumns && FDBFields.count(field.name) > 0)
-            ACopyColumns->append(field.name);
-    }
+        targetFields.append(name);
+        if (ACopyColumns && FDBFields.count(name) > 0)
+            ACopyColumns->append(name);
+        return true;
+    });
     if (ACopyColumns && ProtectFromDelete) {
         QList<std::pair<int, QString>> kept;
         for (const auto& [name, line] : FDBFields) {
@@ -452,16 +464,10 @@ void TnvDBUpdate::RebuildStep(const QString& ATable) {
 // Walks the target's fields up to the first that the database lacks or has otherwise.
 // Without such a field the target stands behind its field lines.
 bool TnvDBUpdate::RebuildDue() {
-    FTargetIndex = StructureText::SkipToRelevant(FTarget, FTargetIndex);
-    for (; FTargetIndex < FTarget.size() && StructureText::IsKind(FTarget.at(FTargetIndex), u'F');
-         ++FTargetIndex) {
-        const SplitLine field = SplitDefinitionLine(FTarget.at(FTargetIndex));
-        if (field.name.isEmpty() && field.rest.isEmpty())
-            continue;
-        if (FDBFields.count(field.name) == 0 || !SpecsEqual(field.rest, DBSpec(field.name)))
-            return true;
-    }
-    return false;
+    // the walk stops at the first field that the database lacks or has otherwise
+    return !WalkTargetFields([&](const QString& name, const QString& rest) {
+        return FDBFields.count(name) > 0 && SpecsEqual(rest, DBSpec(name));
+    });
 }
 
 void TnvDBUpdate::Rebuild(const QString& ATable) {
@@ -498,23 +504,19 @@ QString TnvDBUpdate::AddColumnStatement(const QString& ATable, const QString& AN
 
 void TnvDBUpdate::InPlaceStep(const QString& ATable) {
     QStringList targetFields;
-    FTargetIndex = StructureText::SkipToRelevant(FTarget, FTargetIndex);
-    for (; FTargetIndex < FTarget.size() && StructureText::IsKind(FTarget.at(FTargetIndex), u'F');
-         ++FTargetIndex) {
-        const SplitLine field = SplitDefinitionLine(FTarget.at(FTargetIndex));
-        if (field.name.isEmpty() && field.rest.isEmpty())
-            continue;
-        targetFields.append(field.name);
-        if (FDBFields.count(field.name) == 0) {
+    WalkTargetFields([&](const QString& name, const QString& rest) {
+        targetFields.append(name);
+        if (FDBFields.count(name) == 0) {
             // a table with a visibility state gets no delete flag besides it
-            const bool deletedFlag = field.name.endsWith(QLatin1String("Deleted"), Qt::CaseInsensitive);
-            const QString visibleState = field.name.chopped(7) + QStringLiteral("VisibleState");
+            const bool deletedFlag = name.endsWith(QLatin1String("Deleted"), Qt::CaseInsensitive);
+            const QString visibleState = name.chopped(7) + QStringLiteral("VisibleState");
             if (!deletedFlag || FDBFields.count(visibleState) == 0)
-                RunSQL(AddColumnStatement(ATable, field.name, field.rest));
-        } else if (!SpecsEqual(field.rest, DBSpec(field.name))) {
-            ChangeFieldInPlace(ATable, field.name, field.rest, DBSpec(field.name));
+                RunSQL(AddColumnStatement(ATable, name, rest));
+        } else if (!SpecsEqual(rest, DBSpec(name))) {
+            ChangeFieldInPlace(ATable, name, rest, DBSpec(name));
         }
-    }
+        return true;
+    });
     if (ProtectFromDelete)
         return;
     for (const auto& [name, line] : FDBFields) {
@@ -608,17 +610,13 @@ void TnvDBUpdate::DropIndexesWithField(const QString& ATable, const QString& AFi
 // Changed fields are copied into helper columns, dropped, added anew and copied back.
 void TnvDBUpdate::GenericStep(const QString& ATable) {
     QList<std::pair<QString, QString>> changed;
-    FTargetIndex = StructureText::SkipToRelevant(FTarget, FTargetIndex);
-    for (; FTargetIndex < FTarget.size() && StructureText::IsKind(FTarget.at(FTargetIndex), u'F');
-         ++FTargetIndex) {
-        const SplitLine field = SplitDefinitionLine(FTarget.at(FTargetIndex));
-        if (field.name.isEmpty() && field.rest.isEmpty())
-            continue;
-        if (FDBFields.count(field.name) == 0)
-            RunSQL(AddColumnStatement(ATable, field.name, field.rest));
-        else if (!SpecsEqual(field.rest, DBSpec(field.name)))
-            changed.append({field.name, field.rest});
-    }
+    WalkTargetFields([&](const QString& name, const QString& rest) {
+        if (FDBFields.count(name) == 0)
+            RunSQL(AddColumnStatement(ATable, name, rest));
+        else if (!SpecsEqual(rest, DBSpec(name)))
+            changed.append({name, rest});
+        return true;
+    });
     if (changed.isEmpty())
         return;
     const QString alter = QStringLiteral("ALTER TABLE ") + ATable + QStringLiteral("\r\n  ");

@@ -93,6 +93,7 @@ private:
     QString FDBKeyField;
 
     InvDBConnection& Conn();
+    bool WalkTargetFields(const std::function<bool(const QString&, const QString&)>& AVisit);
     bool LoadTarget();
     void FilterTables(QStringList& ATables, const QStringList& AThisTables) const;
     void Compare();
