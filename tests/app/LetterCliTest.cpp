@@ -84,6 +84,40 @@ TEST(LetterCli, LetterIsWrittenFromContentAndBuiltInCatalogue) {
         EXPECT_TRUE(text.contains(QString::fromUtf8(expected))) << expected << " in " << text.toStdString();
 }
 
+TEST(LetterCli, LetterAsDocxReadsAsTheSameLetterWhenUsedAsTemplate) {
+    testsupport::TempDir folder;
+    const QString content = folder.writeFile(QStringLiteral("content.json"), Content);
+    const QString docx = folder.filePath(QStringLiteral("brief.docx"));
+    const QString pdf = folder.filePath(QStringLiteral("brief.pdf"));
+    const ProcessRun written = runProgram(Cli,
+                                          {QStringLiteral("letter"), QStringLiteral("--content"), content,
+                                           QStringLiteral("--questions"), QString(), QStringLiteral("--pdf"),
+                                           pdf, QStringLiteral("--docx"), docx},
+                                          {}, folder.path());
+    ASSERT_EQ(written.exitCode, 0) << written.err.toStdString();
+    const QByteArray bytes = ReadFile(docx);
+    EXPECT_TRUE(bytes.startsWith("PK\x03\x04"));
+    EXPECT_TRUE(bytes.contains("word/document.xml"));
+    EXPECT_TRUE(bytes.contains("word/media/image1.png"));
+
+    // the exported letter has no placeholders left, so as a template it gives the letter again
+    const QString again = folder.filePath(QStringLiteral("nochmals.pdf"));
+    const ProcessRun reread = runProgram(Cli,
+                                         {QStringLiteral("letter"), QStringLiteral("--content"), content,
+                                          QStringLiteral("--questions"), QString(),
+                                          QStringLiteral("--template"), docx, QStringLiteral("--pdf"), again},
+                                         {}, folder.path());
+    ASSERT_EQ(reread.exitCode, 0) << reread.err.toStdString();
+    EXPECT_EQ(PdfText(again), PdfText(pdf));
+    EXPECT_TRUE(PdfText(again).contains(QStringLiteral("Josef Gruber")));
+}
+
+TEST(LetterCli, LetterWithoutAnyTargetIsAUsageError) {
+    testsupport::TempDir folder;
+    const QString content = folder.writeFile(QStringLiteral("content.json"), Content);
+    EXPECT_EQ(runProgram(Cli, {QStringLiteral("letter"), QStringLiteral("--content"), content}).exitCode, 2);
+}
+
 TEST(LetterCli, DemoWritesTheLetterAndTheOutboxFileForTheSamePatient) {
     testsupport::TempDir folder;
     const ProcessRun run = runProgram(Cli, {QStringLiteral("--now"), QStringLiteral("2026-03-02 09:15:00"),

@@ -2,6 +2,7 @@
 
 #include "EDocumentError.h"
 #include "JsonTherapistSource.h"
+#include "TDocxExporter.h"
 #include "TFeedbackDocument.h"
 #include "TFeedbackMergeValues.h"
 #include "TFeedbackWizardState.h"
@@ -14,9 +15,10 @@ int LetterCommand::run(QStringList arguments, QTextStream& out, QTextStream& err
         questions = takeOption(arguments, QStringLiteral("--questions"));
     const QString templateFile = takeOption(arguments, QStringLiteral("--template"));
     const QString memo = takeOption(arguments, QStringLiteral("--memo"));
-    const QString target = takeOption(arguments, QStringLiteral("--pdf"));
-    if (content.isEmpty() || target.isEmpty() || !arguments.isEmpty())
-        throw ECliUsage(QStringLiteral("expects --content SOURCE and --pdf OUT"));
+    const QString pdfTarget = takeOption(arguments, QStringLiteral("--pdf"));
+    const QString docxTarget = takeOption(arguments, QStringLiteral("--docx"));
+    if (content.isEmpty() || (pdfTarget.isEmpty() && docxTarget.isEmpty()) || !arguments.isEmpty())
+        throw ECliUsage(QStringLiteral("expects --content SOURCE and --pdf OUT or --docx OUT"));
 
     // without the database no therapist is stored: the therapist comes from the content
     JsonTherapistSource therapists{QString()};
@@ -33,11 +35,20 @@ int LetterCommand::run(QStringList arguments, QTextStream& out, QTextStream& err
         err << error.message() << '\n';
         return CliFailure;
     }
-    if (!engine::TPdfExporter::toFile(letter.Document(), target,
-                                      QStringLiteral("Physiotherapeutischer Bericht"))) {
-        err << "cannot write " << target << '\n';
-        return CliFailure;
+    if (!pdfTarget.isEmpty()) {
+        if (!engine::TPdfExporter::toFile(letter.Document(), pdfTarget,
+                                          QStringLiteral("Physiotherapeutischer Bericht"))) {
+            err << "cannot write " << pdfTarget << '\n';
+            return CliFailure;
+        }
+        out << pdfTarget << '\n';
     }
-    out << target << '\n';
+    if (!docxTarget.isEmpty()) {
+        if (!engine::TDocxExporter::toFile(letter.Document(), docxTarget)) {
+            err << "cannot write " << docxTarget << '\n';
+            return CliFailure;
+        }
+        out << docxTarget << '\n';
+    }
     return CliSuccess;
 }
