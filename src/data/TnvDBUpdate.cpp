@@ -71,7 +71,7 @@ QString Column(const QString& ASpec, int AIndex) {
     return column;
 }
 
-// the database's specification as a target of the first format versions states it
+// the database's structure as a target text of the first format versions states it
 QString CutToOldFormat(const QString& ASpec) {
     const QString key = Column(ASpec, 2);
     QString result = Column(ASpec, 0) + u';' + Column(ASpec, 1);

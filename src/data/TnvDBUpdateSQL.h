@@ -26,7 +26,7 @@ public:
 
     // "qsmSQLite" and so on
     static QString DialectName(TServerQueryMode AMode);
-    // the key mark of a field specification, upper-cased
+    // the key mark of a field definition, upper-cased
     static bool IsKeySpec(const QString& ASpec);
 };
 
