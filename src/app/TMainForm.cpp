@@ -9,13 +9,13 @@
 #include "TScaleForm.h"
 #include "TmodData.h"
 #include "TnvDBConfig.h"
+#include "TnvDialogs.h"
 #include "TnvNamedMessageEvent.h"
 
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
 #include <QLabel>
-#include <QMessageBox>
 #include <QScreen>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -23,10 +23,6 @@
 using namespace norvik;
 
 namespace {
-
-void ShowErrorBox(QWidget* AParent, const QString& AText) {
-    QMessageBox::critical(AParent, QGuiApplication::applicationDisplayName(), AText);
-}
 
 // a page asks its own question only if it is one of the program's forms
 bool PageAgreesToClose(QWidget* APage) {
@@ -37,7 +33,7 @@ bool PageAgreesToClose(QWidget* APage) {
 } // namespace
 
 TMainFormHooks& TMainForm::Hooks() {
-    static TMainFormHooks hooks{{}, {}, {}, {}, ShowErrorBox};
+    static TMainFormHooks hooks{{}, {}, {}, {}, TnvDialogs::ShowError};
     return hooks;
 }
 
