@@ -51,5 +51,7 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("Orvenna Rückmeldesystem"));
     TmodData data;
-    return runMainForm(app, data);
+    const int result = runMainForm(app, data);
+    FreeResultConsole();
+    return result;
 }

@@ -1,5 +1,7 @@
 #include "SystemUtils.h"
 
+#include <cstdio>
+
 namespace norvik {
 
 bool ResultToConsole = false;
@@ -26,6 +28,13 @@ void InitResultToConsole() {
     ResultToConsole = GetCmdParam(QStringLiteral("rc")) == QLatin1String("1");
     // every process here has a standard output already: there is no console to allocate
     ConsoleAllocated = ResultToConsole;
+}
+
+void FreeResultConsole() {
+    if (!ConsoleAllocated)
+        return;
+    std::fflush(stdout);
+    ConsoleAllocated = false;
 }
 
 } // namespace norvik

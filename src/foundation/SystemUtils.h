@@ -24,5 +24,7 @@ extern bool ConsoleAllocated;
 
 // Reads the option "rc" into ResultToConsole and ConsoleAllocated; the program does this first.
 void InitResultToConsole();
+// The program's last step: what was written for the caller is out before the process ends.
+void FreeResultConsole();
 
 } // namespace norvik
