@@ -72,6 +72,8 @@ public:
     norvik::InvNamedValuesPtr FPAT;
     norvik::InvNamedValuesPtr FADR;
     norvik::InvNamedValuesPtr FExport;
+    // patient, physician and document are stored only while set; the therapist always is
+    bool FStandaloneMode = true;
 
     static const QList<TTextEdit>& TextEdits();
     static const QList<TComboBox>& ComboBoxes();
