@@ -6,6 +6,7 @@
 #include "DateCommand.h"
 #include "DbCommand.h"
 #include "DemoCommand.h"
+#include "ExportCommand.h"
 #include "FloatCommand.h"
 #include "HashNameCommand.h"
 #include "HashStructureCommand.h"
@@ -54,6 +55,7 @@ CliDispatcher::CliDispatcher() {
     m_commands.push_back(std::make_unique<PdfFromOutboxCommand>());
     m_commands.push_back(std::make_unique<LetterCommand>());
     m_commands.push_back(std::make_unique<DemoCommand>());
+    m_commands.push_back(std::make_unique<ExportCommand>());
     m_commands.push_back(std::make_unique<SVNrCommand>());
     m_commands.push_back(std::make_unique<ZipCityCommand>());
     m_commands.push_back(std::make_unique<BirthDateCommand>());
