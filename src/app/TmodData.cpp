@@ -19,6 +19,8 @@ namespace {
 
 const QString StructureResource = QStringLiteral("DBSTRUC");
 const QString StructureKey = QStringLiteral("Database/Structure");
+// what the program's forms ask for the connection, as they keep none
+TmodData* ProcessDataModule = nullptr;
 
 std::vector<std::pair<QString, QString>> Fachgebiete() {
     return {
@@ -47,11 +49,19 @@ QString DataFile(const QString& AName) {
 } // namespace
 
 TmodData::TmodData()
-    : slTPTFachgebiete(Fachgebiete()) {}
+    : slTPTFachgebiete(Fachgebiete()) {
+    ProcessDataModule = this;
+}
 
 TmodData::~TmodData() {
+    if (ProcessDataModule == this)
+        ProcessDataModule = nullptr;
     FConnectionIntf = nullptr;
     FConnection.reset();
+}
+
+TmodData* TmodData::Instance() {
+    return ProcessDataModule;
 }
 
 QString TmodData::DataFolder() {

@@ -23,6 +23,9 @@ public:
     TmodData(const TmodData&) = delete;
     TmodData& operator=(const TmodData&) = delete;
 
+    // the data module of the process: the one made last, while it lives
+    static TmodData* Instance();
+
     // opens the database on the first call; nullptr if that failed
     norvik::InvDBConnection* GetConnection();
     // true if all went well; a failure is silent and the check runs again on the next start

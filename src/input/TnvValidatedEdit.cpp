@@ -9,8 +9,10 @@ TnvValidatedEdit::TnvValidatedEdit(QWidget* AParent)
     : QLineEdit(AParent)
     , FErrorMark(new QAction(this)) {
     FErrorMark->setIcon(style()->standardIcon(QStyle::SP_MessageBoxCritical));
-    FErrorMark->setVisible(false);
     addAction(FErrorMark, QLineEdit::TrailingPosition);
+    // hidden only once added: the edit hides the mark's button when the action changes, and
+    // an action hidden beforehand would get a button that shows with the edit
+    FErrorMark->setVisible(false);
     connect(this, &QLineEdit::editingFinished, this, &TnvValidatedEdit::Validate);
 }
 
