@@ -6,7 +6,11 @@
 #include "NamedMessages.h"
 #include "SystemUtils.h"
 #include "TDockingPanel.h"
+#include "TFeedbackWizardForm.h"
+#include "TImageCollection.h"
 #include "TScaleForm.h"
+#include "TSettingsForm.h"
+#include "TWelcomeForm.h"
 #include "TmodData.h"
 #include "TnvDBConfig.h"
 #include "TnvDialogs.h"
@@ -30,11 +34,79 @@ bool PageAgreesToClose(QWidget* APage) {
     return !form || form->CloseQuery();
 }
 
+// the pages ask for the connection at each use and keep none
+InvDBConnection* ProcessConnection() {
+    TmodData* data = TmodData::Instance();
+    return data ? data->GetConnection() : nullptr;
+}
+
+// the settings page on the process's database; nothing sets its update check yet
+QWidget* OpenProcessSettings() {
+    return OpenSettings(ProcessConnection, {});
+}
+
+// the wizard on the process's database; a failure to read its data is reported, and no page opens
+QWidget* OpenProcessWizard(const QString& AQuestions, const QString& AContent) {
+    try {
+        return TFeedbackWizardForm::OpenWizard(ProcessConnection, AQuestions, AContent);
+    } catch (const std::exception& e) {
+        TnvDialogs::ShowError(nullptr, QString::fromUtf8(e.what()));
+        return nullptr;
+    }
+}
+
+// The welcome page's choices lead to the main window's screens. The lists are not there yet,
+// so their choices do nothing.
+QWidget* WelcomePageFor(TMainForm& AMainForm) {
+    TWelcomeForm* page = TWelcomeForm::GetWelcomeForm(AMainForm.Data());
+    QPointer<TMainForm> mainForm = &AMainForm;
+    page->SetOnStartWizard([mainForm](QObject*) {
+        if (mainForm)
+            mainForm->OpenWizard();
+    });
+    page->SetOnStartConfig([mainForm](QObject*) {
+        if (mainForm)
+            mainForm->OpenSettingsPage();
+    });
+    return page;
+}
+
+// a list that cannot be read is reported, and the page stays as it was
+void RefreshWelcomePage(QWidget* APage) {
+    auto* page = qobject_cast<TWelcomeForm*>(APage);
+    if (!page)
+        return;
+    try {
+        page->RefreshLastPage();
+    } catch (const std::exception& e) {
+        TnvDialogs::ShowErrorWithDetails(
+            page, QStringLiteral("Die letzten Rückmeldebögen konnten nicht gelesen werden."),
+            QString::fromUtf8(e.what()));
+    }
+}
+
 } // namespace
 
 TMainFormHooks& TMainForm::Hooks() {
-    static TMainFormHooks hooks{{}, {}, {}, {}, TnvDialogs::ShowError};
+    static TMainFormHooks hooks = DefaultHooks();
     return hooks;
+}
+
+TMainFormHooks TMainForm::DefaultHooks() {
+    return {WelcomePageFor, RefreshWelcomePage, OpenProcessSettings, OpenProcessWizard,
+            TnvDialogs::ShowError};
+}
+
+const TImageCollection& TMainForm::Images() {
+    static const TImageCollection img32x16(
+        QSize(32, 16), {{QStringLiteral("cloud-employee"), QStringLiteral(":/images/cloud-employee.svg")},
+                        {QStringLiteral("people-doctor"), QStringLiteral(":/images/people-doctor.svg")},
+                        {QStringLiteral("contact-card"), QStringLiteral(":/images/contact-card.svg")}});
+    return img32x16;
+}
+
+QIcon TMainForm::ProgramIcon() {
+    return QIcon(QStringLiteral(":/images/orvenna.svg"));
 }
 
 TMainForm::TMainForm(TmodData& AData, QWidget* AParent)
@@ -45,6 +117,7 @@ TMainForm::TMainForm(TmodData& AData, QWidget* AParent)
     if (HasAppParam(QStringLiteral("C")))
         QGuiApplication::setApplicationDisplayName(GetAppParam(QStringLiteral("C")));
     setWindowTitle(QGuiApplication::applicationDisplayName());
+    setWindowIcon(ProgramIcon());
     lblVersion->setText(VersionText());
     CenterOnScreen();
     DecideFirstPages();
@@ -67,6 +140,11 @@ void TMainForm::CreateComponents() {
     layout->addWidget(dckMain, 1);
     auto* pnlFooter = new QWidget(this);
     pnlFooter->setObjectName(QStringLiteral("pnlFooter"));
+    // the warm grey of the pages, set off from them by a thin line
+    pnlFooter->setAttribute(Qt::WA_StyledBackground);
+    pnlFooter->setStyleSheet(
+        QStringLiteral("QWidget#pnlFooter { background: #F4F1EC; border-top: 1px solid #E2DDD5; }"
+                       "QLabel#lblVersion { color: #6F787C; }"));
     auto* footerLayout = new QHBoxLayout(pnlFooter);
     lblVersion = new QLabel(pnlFooter);
     lblVersion->setObjectName(QStringLiteral("lblVersion"));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QList>
 #include <QPointer>
 #include <QWidget>
@@ -7,6 +8,7 @@
 
 class QLabel;
 class QTimer;
+class TImageCollection;
 class TmodData;
 
 namespace norvik {
@@ -45,6 +47,12 @@ public:
 
     // the hooks of the process; the main window reads them when it opens a screen
     static TMainFormHooks& Hooks();
+    // the hooks the process starts with: the welcome page, the settings page, the error message
+    static TMainFormHooks DefaultHooks();
+    // img32x16: the small pictures that screens find by name ("cloud-employee",
+    // "people-doctor", "contact-card")
+    static const TImageCollection& Images();
+    static QIcon ProgramIcon();
 
     // puts up the first pages: see DecideFirstPages
     explicit TMainForm(TmodData& AData, QWidget* AParent = nullptr);
@@ -62,6 +70,7 @@ public:
 
     // the open pages, bottom first
     const QList<QWidget*>& Pages() const { return FForms; }
+    TmodData& Data() const { return FData; }
     QWidget* BaseForm() const { return FBaseForm; }
     norvik::TDockingPanel* DockPanel() const { return dckMain; }
     QString VersionText() const;

@@ -3,6 +3,7 @@
 #include "NamedMessages.h"
 #include "SystemUtils.h"
 #include "TMainForm.h"
+#include "TStartupProbe.h"
 #include "TmodData.h"
 #include "TnvMessageServer.h"
 
@@ -34,6 +35,8 @@ void initialiseUnits(const QStringList& arguments) {
 // program of this user may send named messages, such as "CloseMyApplication", meanwhile.
 int runMainForm(QApplication& AApp, TmodData& AData) {
     QPointer<TMainForm> form = new TMainForm(AData);
+    if (TStartupProbe::Requested())
+        new TStartupProbe(form);
     TnvMessageServer server(form);
     server.Listen(platform::messageServerName());
     form->show();
@@ -50,6 +53,7 @@ int main(int argc, char** argv) {
     InitResultToConsole();
     QApplication app(argc, argv);
     QApplication::setApplicationDisplayName(QStringLiteral("Orvenna Rückmeldesystem"));
+    QApplication::setWindowIcon(TMainForm::ProgramIcon());
     TmodData data;
     const int result = runMainForm(app, data);
     FreeResultConsole();
