@@ -1,11 +1,7 @@
-#include "TestEnvironment.h"
+#include "RunTests.h"
 
 #include <QCoreApplication>
-#include <gmock/gmock.h>
 
 int main(int argc, char** argv) {
-    testsupport::redirectProgramFolders();
-    QCoreApplication app(argc, argv);
-    ::testing::InitGoogleMock(&argc, argv);
-    return RUN_ALL_TESTS();
+    return testsupport::RunTests<QCoreApplication>(argc, argv);
 }
