@@ -1,10 +1,9 @@
 #include "DocUnits.h"
+#include "FilledLetter.h"
 #include "PdfProbe.h"
 #include "TDocument.h"
 #include "TDocxExporter.h"
 #include "TDocxPackage.h"
-#include "TFeedbackDocument.h"
-#include "TFeedbackWizardState.h"
 #include "TPdfExporter.h"
 #include "TestDocx.h"
 
@@ -280,17 +279,9 @@ TEST(DocxExport, TablesKeepCellsSpansAndBorders) {
 }
 
 TEST(DocxExport, BuiltInLetterReadsTheSameInPdfAfterExportAndImport) {
-    TFeedbackWizardState state;
-    state.edtPATFirstname = QStringLiteral("Anna");
-    state.edtPATLastname = QStringLiteral("Beispiel");
-    state.edtDOCName = QStringLiteral("Dr. Eva Muster");
-    state.edtTHPTherapist = QStringLiteral("Maria Huber");
-    state.FCatalogue.CreateQuestions(QString());
-    state.memContent = QStringLiteral("Heimübungsprogramm wurde mitgegeben.");
-    TFeedbackDocument letter{state};
-    letter.BuildDocument(QString(), QString());
-    auto copy = roundTrip(letter.Document());
-    const PdfProbe expected(engine::TPdfExporter::toPdf(letter.Document()));
+    FilledLetter letter;
+    auto copy = roundTrip(letter.document());
+    const PdfProbe expected(engine::TPdfExporter::toPdf(letter.document()));
     const PdfProbe actual(engine::TPdfExporter::toPdf(*copy));
     EXPECT_EQ(actual.pageCount(), expected.pageCount());
     EXPECT_EQ(actual.text(), expected.text());

@@ -2,25 +2,29 @@
 
 #include "TDateTimeUtils.h"
 
-FilledLetter::FilledLetter() {
-    m_state.edtPATFirstname = QStringLiteral("Anna");
-    m_state.edtPATLastname = QStringLiteral("Beispiel");
-    m_state.edtPATSVNr = QStringLiteral("1237010180");
-    m_state.edtPATGender.SetItemIndex(1);
-    m_state.edtDOCName = QStringLiteral("Dr. Eva Muster");
-    m_state.edtDOCStreet = QStringLiteral("Hauptplatz 3");
-    m_state.edtDOCZIPCity = QStringLiteral("A-8010 Graz");
-    m_state.edtTHPDiagnosis = QStringLiteral("Lumbalgie");
-    m_state.edtTHPStart = norvik::Variant::fromDate(norvik::TDateTimeUtils::EncodeDate(2026, 3, 2));
-    m_state.edtTHPEnd = norvik::Variant::fromDate(norvik::TDateTimeUtils::EncodeDate(2026, 4, 27));
-    m_state.edtTHPTherapist = QStringLiteral("Maria Huber");
-    m_state.edtTHPTherapistExtension = QStringLiteral("Physiotherapeutin");
-    m_state.FCatalogue.CreateQuestions(QString());
-    for (TAnswerBox& box : m_state.FCatalogue.Boxes()) {
+void FillInFeedback(TFeedbackWizardState& AState, const QString& ACatalogue) {
+    AState.edtPATFirstname = QStringLiteral("Anna");
+    AState.edtPATLastname = QStringLiteral("Beispiel");
+    AState.edtPATSVNr = QStringLiteral("1237010180");
+    AState.edtPATGender.SetItemIndex(1);
+    AState.edtDOCName = QStringLiteral("Dr. Eva Muster");
+    AState.edtDOCStreet = QStringLiteral("Hauptplatz 3");
+    AState.edtDOCZIPCity = QStringLiteral("A-8010 Graz");
+    AState.edtTHPDiagnosis = QStringLiteral("Lumbalgie");
+    AState.edtTHPStart = norvik::Variant::fromDate(norvik::TDateTimeUtils::EncodeDate(2026, 3, 2));
+    AState.edtTHPEnd = norvik::Variant::fromDate(norvik::TDateTimeUtils::EncodeDate(2026, 4, 27));
+    AState.edtTHPTherapist = QStringLiteral("Maria Huber");
+    AState.edtTHPTherapistExtension = QStringLiteral("Physiotherapeutin");
+    AState.FCatalogue.CreateQuestions(ACatalogue);
+    for (TAnswerBox& box : AState.FCatalogue.Boxes()) {
         box.ItemIndex = 1;
         box.Text = box.Items.value(1);
     }
-    m_state.memContent = QStringLiteral("Heimübungsprogramm wurde mitgegeben.");
+    AState.memContent = QStringLiteral("  Heimübungsprogramm wurde mitgegeben.  ");
+}
+
+FilledLetter::FilledLetter() {
+    FillInFeedback(m_state);
     rebuild();
 }
 

@@ -1,5 +1,6 @@
 #include "DocUnits.h"
 #include "EDocumentError.h"
+#include "FilledLetter.h"
 #include "PdfProbe.h"
 #include "TDateTimeUtils.h"
 #include "TFeedbackDocument.h"
@@ -13,28 +14,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-// a feedback as a therapist fills it in, with the second answer of every box chosen
-void fillIn(TFeedbackWizardState& state, const QString& catalogue = QString()) {
-    state.edtPATFirstname = QStringLiteral("Anna");
-    state.edtPATLastname = QStringLiteral("Beispiel");
-    state.edtPATSVNr = QStringLiteral("1237010180");
-    state.edtPATGender.SetItemIndex(1);
-    state.edtDOCName = QStringLiteral("Dr. Eva Muster");
-    state.edtDOCStreet = QStringLiteral("Hauptplatz 3");
-    state.edtDOCZIPCity = QStringLiteral("A-8010 Graz");
-    state.edtTHPDiagnosis = QStringLiteral("Lumbalgie");
-    state.edtTHPStart = norvik::Variant::fromDate(norvik::TDateTimeUtils::EncodeDate(2026, 3, 2));
-    state.edtTHPEnd = norvik::Variant::fromDate(norvik::TDateTimeUtils::EncodeDate(2026, 4, 27));
-    state.edtTHPTherapist = QStringLiteral("Maria Huber");
-    state.edtTHPTherapistExtension = QStringLiteral("Physiotherapeutin");
-    state.FCatalogue.CreateQuestions(catalogue);
-    for (TAnswerBox& box : state.FCatalogue.Boxes()) {
-        box.ItemIndex = 1;
-        box.Text = box.Items.value(1);
-    }
-    state.memContent = QStringLiteral("  Heimübungsprogramm wurde mitgegeben.  ");
-}
 
 QString textParagraph(const QString& text, const QString& runProperties = QString()) {
     return QStringLiteral("<w:p><w:r><w:rPr>%2</w:rPr><w:t xml:space=\"preserve\">%1</w:t></w:r></w:p>")
@@ -65,7 +44,7 @@ protected:
 } // namespace
 
 TEST_F(LetterFixture, BuiltInTemplateGivesTheWholeLetterOnOnePage) {
-    fillIn(state);
+    FillInFeedback(state);
     letter.BuildDocument(QString(), QString());
     const PdfProbe probe(engine::TPdfExporter::toPdf(letter.Document()));
     EXPECT_EQ(probe.pageCount(), 1);
@@ -106,7 +85,7 @@ TEST_F(LetterFixture, BuiltInTemplateGivesTheWholeLetterOnOnePage) {
 }
 
 TEST_F(LetterFixture, ContentBlockFollowsTheCatalogueWithTabsSizesAndLineBreaks) {
-    fillIn(state, kSmallCatalogue);
+    FillInFeedback(state, kSmallCatalogue);
     engine::TDocument& document = build(
         TestDocx().body(textParagraph(QStringLiteral("{INHALT}"), QStringLiteral("<w:sz w:val=\"28\"/>"))));
     const QChar lineBreak(0x2028);
@@ -135,7 +114,7 @@ TEST_F(LetterFixture, ContentBlockFollowsTheCatalogueWithTabsSizesAndLineBreaks)
 }
 
 TEST_F(LetterFixture, PlaceholdersAreReplacedInHeaderFooterTableCellAndTextBox) {
-    fillIn(state);
+    FillInFeedback(state);
     const QString textBox =
         QStringLiteral(
             "<w:p><w:r><w:drawing><wp:anchor behindDoc=\"0\" simplePos=\"0\"><wp:simplePos x=\"0\" y=\"0\"/>"
@@ -164,7 +143,7 @@ TEST_F(LetterFixture, PlaceholdersAreReplacedInHeaderFooterTableCellAndTextBox) 
 }
 
 TEST_F(LetterFixture, TwoContentPlaceholdersBothGetTheWholeBlock) {
-    fillIn(state, kSmallCatalogue);
+    FillInFeedback(state, kSmallCatalogue);
     engine::TDocument& document = build(TestDocx().body(textParagraph(QStringLiteral("{INHALT}")) +
                                                         textParagraph(QStringLiteral("Mitte")) +
                                                         textParagraph(QStringLiteral("{inhalt}"))));
@@ -175,13 +154,13 @@ TEST_F(LetterFixture, TwoContentPlaceholdersBothGetTheWholeBlock) {
 }
 
 TEST_F(LetterFixture, TemplateWithoutContentPlaceholderShowsNoAnswers) {
-    fillIn(state, kSmallCatalogue);
+    FillInFeedback(state, kSmallCatalogue);
     engine::TDocument& document = build(TestDocx().body(textParagraph(QStringLiteral("Nur {PATIENT}"))));
     EXPECT_EQ(document.body().plainText(), QStringLiteral("Nur Anna Beispiel (1237010180)"));
 }
 
 TEST_F(LetterFixture, EmptyCatalogueAndBlankMemoLeaveTheParagraphWithItsTabStops) {
-    fillIn(state, QStringLiteral(R"({"questions":[]})"));
+    FillInFeedback(state, QStringLiteral(R"({"questions":[]})"));
     state.memContent = QStringLiteral("   ");
     engine::TDocument& document = build(TestDocx().body(textParagraph(QStringLiteral("Vor{INHALT}Nach"))));
     EXPECT_EQ(document.body().plainText(), QStringLiteral("VorNach"));
@@ -189,7 +168,7 @@ TEST_F(LetterFixture, EmptyCatalogueAndBlankMemoLeaveTheParagraphWithItsTabStops
 }
 
 TEST_F(LetterFixture, MergeValueHoldingTheContentPlaceholderIsExpandedToo) {
-    fillIn(state, kSmallCatalogue);
+    FillInFeedback(state, kSmallCatalogue);
     state.edtTHPDiagnosis = QStringLiteral("{INHALT}");
     engine::TDocument& document = build(TestDocx().body(textParagraph(QStringLiteral("{DIAGNOSE}"))));
     EXPECT_TRUE(document.body().plainText().startsWith(QStringLiteral("Ergebnis")));
@@ -204,7 +183,7 @@ TEST_F(LetterFixture, TemplateLadderFallsThroughToTheBuiltInTemplate) {
     EXPECT_EQ(TFeedbackDocument::TemplatePath(configured, missing), configured);
     EXPECT_EQ(TFeedbackDocument::TemplatePath(missing, missing), QString());
 
-    fillIn(state);
+    FillInFeedback(state);
     letter.BuildDocument(missing, QString());
     EXPECT_TRUE(
         letter.Document().body().plainText().contains(QStringLiteral("Physiotherapeutischer Bericht")));
@@ -240,7 +219,7 @@ TEST_F(LetterFixture, BaseSizeComesFromThePlaceholderItsStyleOrElevenPoints) {
              run(QStringLiteral("ALT}"), QStringLiteral("<w:sz w:val=\"32\"/>")),
          11.0},
     };
-    fillIn(state, kSmallCatalogue);
+    FillInFeedback(state, kSmallCatalogue);
     for (const auto& expected : cases) {
         engine::TDocument& document = build(TestDocx().styles(styles).body(
             QStringLiteral("<w:p>") + expected.paragraph + QStringLiteral("</w:p>")));
