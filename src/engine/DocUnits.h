@@ -29,8 +29,10 @@ constexpr double toPoints(double layout) {
     return layout * 72.0 / kLayoutDpi;
 }
 
-// Lengths inside text formats (indents, margins, tab stops, picture sizes) are given to Qt in
-// its logical pixels, which it scales to the layout device itself.
+// Lengths inside text formats (space above and below paragraphs, tab stops, cell padding,
+// picture sizes) are given to Qt in its logical pixels, which it scales to the layout device
+// itself. A paragraph's left and right indent and its first-line indent Qt takes as they are,
+// in device pixels: those are given in layout units.
 double toFormat(double layout);
 double fromFormat(double format);
 

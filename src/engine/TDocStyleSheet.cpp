@@ -2,7 +2,9 @@
 
 #include "DocUnits.h"
 #include "OpenXmlReading.h"
+#include "TParagraphSpacing.h"
 #include "TSubDocument.h"
+#include "TTabLeaders.h"
 
 #include <QFont>
 #include <QXmlStreamReader>
@@ -187,15 +189,19 @@ QTextCharFormat TDocStyleSheet::charFormat(const TRunProperties& resolved) const
 QTextBlockFormat TDocStyleSheet::blockFormat(const TParagraphProperties& resolved) {
     QTextBlockFormat format;
     format.setAlignment(resolved.alignment.value_or(Qt::AlignLeft));
-    format.setLeftMargin(units::toFormat(resolved.leftIndent.value_or(0.0)));
-    format.setRightMargin(units::toFormat(resolved.rightIndent.value_or(0.0)));
-    format.setTextIndent(units::toFormat(resolved.firstLineIndent.value_or(0.0)));
+    format.setLeftMargin(resolved.leftIndent.value_or(0.0));
+    format.setRightMargin(resolved.rightIndent.value_or(0.0));
+    format.setTextIndent(resolved.firstLineIndent.value_or(0.0));
     format.setTopMargin(units::toFormat(resolved.spaceBefore.value_or(0.0)));
     format.setBottomMargin(units::toFormat(resolved.spaceAfter.value_or(0.0)));
+    TParagraphSpacing::setSpaceBefore(format, resolved.spaceBefore.value_or(0.0));
+    TParagraphSpacing::setSpaceAfter(format, resolved.spaceAfter.value_or(0.0));
+    TParagraphSpacing::setContextual(format, resolved.contextualSpacing.value_or(false));
     const auto spacing = resolved.lineSpacing.value_or(TParagraphProperties::TLineSpacing());
     switch (spacing.rule) {
     case TParagraphProperties::TLineRule::Auto:
         format.setLineHeight(spacing.value * 100.0, QTextBlockFormat::ProportionalHeight);
+        TParagraphSpacing::setLineFactor(format, spacing.value);
         break;
     case TParagraphProperties::TLineRule::Exact:
         format.setLineHeight(units::toFormat(spacing.value), QTextBlockFormat::FixedHeight);
@@ -205,9 +211,13 @@ QTextBlockFormat TDocStyleSheet::blockFormat(const TParagraphProperties& resolve
         break;
     }
     QList<QTextOption::Tab> tabs;
-    for (const auto& stop : resolved.effectiveTabs())
+    TTabLeaders::TLeaders leaders;
+    for (const auto& stop : resolved.effectiveTabs()) {
         tabs.append(QTextOption::Tab(units::toFormat(stop.position), stop.type));
+        leaders.emplace_back(units::toFormat(stop.position), stop.leader);
+    }
     format.setTabPositions(tabs);
+    TTabLeaders::set(format, leaders);
     if (resolved.pageBreakBefore.value_or(false))
         format.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
     return format;

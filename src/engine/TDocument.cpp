@@ -1,8 +1,12 @@
 #include "TDocument.h"
 
+#include "DocUnits.h"
 #include "TDocxImporter.h"
+#include "TParagraphSpacing.h"
+#include "TTabStops.h"
 
 #include <QIODevice>
+#include <QTextDocument>
 
 namespace engine {
 
@@ -22,6 +26,7 @@ void TDocument::loadOpenXml(const QByteArray& docx) {
     m_body = std::move(loaded.m_body);
     m_sections = std::move(loaded.m_sections);
     evenAndOddHeaders = loaded.evenAndOddHeaders;
+    defaultTabStop = loaded.defaultTabStop;
     prepareLayout();
     if (!isUpdating() && m_changed)
         m_changed();
@@ -47,29 +52,39 @@ void TDocument::setChangedHandler(std::function<void()> handler) {
 
 namespace {
 
-void prepareShapes(const TSubDocument& document) {
+void prepareFlow(TSubDocument& flow, double width, double tabStop);
+
+void prepareShapes(const TSubDocument& document, double tabStop) {
     for (const auto& shape : document.shapes()) {
         if (shape->hasTextBox()) {
             const QMarginsF& insets = shape->textInsets;
-            shape->textBox->setWidth(qMax(1.0, shape->size.width() - insets.left() - insets.right()));
-            prepareShapes(*shape->textBox);
+            prepareFlow(*shape->textBox, qMax(1.0, shape->size.width() - insets.left() - insets.right()),
+                        tabStop);
         }
     }
+}
+
+void prepareFlow(TSubDocument& flow, double width, double tabStop) {
+    QTextOption option = flow.text().defaultTextOption();
+    if (qAbs(option.tabStopDistance() - units::toFormat(tabStop)) > 1e-6) {
+        option.setTabStopDistance(units::toFormat(tabStop));
+        flow.text().setDefaultTextOption(option);
+    }
+    flow.setWidth(width);
+    TTabStops::apply(flow.text());
+    TParagraphSpacing::apply(flow.text());
+    prepareShapes(flow, tabStop);
 }
 
 } // namespace
 
 void TDocument::prepareLayout() {
-    const double bodyWidth = m_sections.front().bodyWidth();
-    m_body->setWidth(bodyWidth);
-    prepareShapes(*m_body);
+    prepareFlow(*m_body, m_sections.front().bodyWidth(), defaultTabStop);
     for (const TDocSection& section : m_sections) {
         for (int kind = 0; kind < TDocSection::kKindCount; ++kind) {
             for (const auto& part : {section.header(kind), section.footer(kind)}) {
-                if (part) {
-                    part->setWidth(section.bodyWidth());
-                    prepareShapes(*part);
-                }
+                if (part)
+                    prepareFlow(*part, section.bodyWidth(), defaultTabStop);
             }
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "DocUnits.h"
 #include "TDocSection.h"
 #include "TSubDocument.h"
 
@@ -31,6 +32,8 @@ public:
 
     // whether even pages use the even header and footer
     bool evenAndOddHeaders = false;
+    // the distance of the tab stops that no paragraph sets, in layout units
+    double defaultTabStop = units::fromTwips(720);
 
     // A rebuild stands between these; whoever shows the document hears once at the end.
     void beginUpdate();

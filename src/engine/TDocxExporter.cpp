@@ -3,6 +3,9 @@
 #include "DocUnits.h"
 #include "EDocumentError.h"
 #include "TDocument.h"
+#include "TParagraphSpacing.h"
+#include "TTabLeaders.h"
+#include "TTabStops.h"
 
 #include <QBuffer>
 #include <QSaveFile>
@@ -90,10 +93,11 @@ QString tabTypeName(QTextOption::TabType type) {
     return QStringLiteral("left");
 }
 
-void writeSpacing(QXmlStreamWriter& xml, const QTextBlockFormat& format) {
+// before and after in layout units
+void writeSpacing(QXmlStreamWriter& xml, const QTextBlockFormat& format, double before, double after) {
     xml.writeStartElement(QStringLiteral("w:spacing"));
-    xml.writeAttribute(QStringLiteral("w:before"), number(formatToTwips(format.topMargin())));
-    xml.writeAttribute(QStringLiteral("w:after"), number(formatToTwips(format.bottomMargin())));
+    xml.writeAttribute(QStringLiteral("w:before"), layoutTwips(before));
+    xml.writeAttribute(QStringLiteral("w:after"), layoutTwips(after));
     switch (format.lineHeightType()) {
     case QTextBlockFormat::FixedHeight:
         xml.writeAttribute(QStringLiteral("w:line"), number(formatToTwips(format.lineHeight())));
@@ -105,7 +109,7 @@ void writeSpacing(QXmlStreamWriter& xml, const QTextBlockFormat& format) {
         break;
     case QTextBlockFormat::ProportionalHeight:
         // Word counts a line in 240ths
-        xml.writeAttribute(QStringLiteral("w:line"), number(format.lineHeight() * 2.4));
+        xml.writeAttribute(QStringLiteral("w:line"), number(TParagraphSpacing::lineFactor(format) * 240.0));
         xml.writeAttribute(QStringLiteral("w:lineRule"), QStringLiteral("auto"));
         break;
     default:
@@ -118,9 +122,10 @@ void writeSpacing(QXmlStreamWriter& xml, const QTextBlockFormat& format) {
 
 void writeIndents(QXmlStreamWriter& xml, const QTextBlockFormat& format) {
     xml.writeStartElement(QStringLiteral("w:ind"));
-    xml.writeAttribute(QStringLiteral("w:left"), number(formatToTwips(format.leftMargin())));
-    xml.writeAttribute(QStringLiteral("w:right"), number(formatToTwips(format.rightMargin())));
-    const double firstLine = formatToTwips(format.textIndent());
+    // Qt takes the indents in device pixels, which are layout units here
+    xml.writeAttribute(QStringLiteral("w:left"), layoutTwips(format.leftMargin()));
+    xml.writeAttribute(QStringLiteral("w:right"), layoutTwips(format.rightMargin()));
+    const double firstLine = format.textIndent() * 1440.0 / units::kLayoutDpi;
     if (firstLine < 0)
         xml.writeAttribute(QStringLiteral("w:hanging"), number(-firstLine));
     else
@@ -128,13 +133,17 @@ void writeIndents(QXmlStreamWriter& xml, const QTextBlockFormat& format) {
     xml.writeEndElement();
 }
 
-void writeTabs(QXmlStreamWriter& xml, const QList<QTextOption::Tab>& tabs) {
+void writeTabs(QXmlStreamWriter& xml, const QTextBlockFormat& format) {
+    const QList<QTextOption::Tab> tabs = TTabStops::wordTabs(format);
     if (tabs.isEmpty())
         return;
     xml.writeStartElement(QStringLiteral("w:tabs"));
     for (const auto& tab : tabs) {
         xml.writeStartElement(QStringLiteral("w:tab"));
         xml.writeAttribute(QStringLiteral("w:val"), tabTypeName(tab.type));
+        const QChar leader = TTabLeaders::leaderAt(format, tab.position);
+        if (!leader.isNull())
+            xml.writeAttribute(QStringLiteral("w:leader"), TTabLeaders::nameOf(leader));
         xml.writeAttribute(QStringLiteral("w:pos"), number(formatToTwips(tab.position)));
         xml.writeEndElement();
     }
@@ -273,6 +282,14 @@ QString kindName(int kind) {
     }
 }
 
+// the paragraph's first block and the blocks that continue it behind its line breaks
+QList<QTextBlock> linesOf(const QTextBlock& first) {
+    QList<QTextBlock> lines = {first};
+    while (lines.back().next().isValid() && TParagraphSpacing::continues(lines.back().next().blockFormat()))
+        lines.append(lines.back().next());
+    return lines;
+}
+
 void addToZip(QuaZip& zip, const QString& name, const QByteArray& content) {
     QuaZipFile file(&zip);
     if (!file.open(QIODevice::WriteOnly, QuaZipNewInfo(name)) || file.write(content) != content.size())
@@ -381,7 +398,7 @@ QByteArray TDocxExporter::stylesPart() const {
     xml.writeEndElement();
     xml.writeStartElement(QStringLiteral("w:pPrDefault"));
     xml.writeStartElement(QStringLiteral("w:pPr"));
-    writeSpacing(xml, QTextBlockFormat());
+    writeSpacing(xml, QTextBlockFormat(), 0.0, 0.0);
     xml.writeEndElement();
     xml.writeEndElement();
     xml.writeEndElement();
@@ -403,7 +420,15 @@ QByteArray TDocxExporter::settingsPart() const {
     xml.writeAttribute(QStringLiteral("xmlns:w"), kMainNamespace);
     if (m_source.evenAndOddHeaders)
         xml.writeEmptyElement(QStringLiteral("w:evenAndOddHeaders"));
-    writeValue(xml, QStringLiteral("w:defaultTabStop"), QStringLiteral("708"));
+    writeValue(xml, QStringLiteral("w:defaultTabStop"), layoutTwips(m_source.defaultTabStop));
+    // the engine lays out as Word 2013 and later do, for example tables whose border stands on
+    // the margin rather than their text
+    xml.writeStartElement(QStringLiteral("w:compat"));
+    xml.writeEmptyElement(QStringLiteral("w:compatSetting"));
+    xml.writeAttribute(QStringLiteral("w:name"), QStringLiteral("compatibilityMode"));
+    xml.writeAttribute(QStringLiteral("w:uri"), QStringLiteral("http://schemas.microsoft.com/office/word"));
+    xml.writeAttribute(QStringLiteral("w:val"), QStringLiteral("15"));
+    xml.writeEndElement();
     xml.writeEndDocument();
     return bytes;
 }
@@ -474,7 +499,8 @@ void TDocxExporter::writeFlow(QXmlStreamWriter& xml, const TSubDocument& flow, Q
             wroteParagraph = false;
         } else if (it.currentFrame()) {
             writeFlow(xml, flow, it.currentFrame()->begin(), part);
-        } else if (it.currentBlock().isValid()) {
+        } else if (it.currentBlock().isValid() &&
+                   !TParagraphSpacing::continues(it.currentBlock().blockFormat())) {
             writeParagraph(xml, flow, it.currentBlock(), part);
             wroteParagraph = true;
         }
@@ -486,28 +512,42 @@ void TDocxExporter::writeFlow(QXmlStreamWriter& xml, const TSubDocument& flow, Q
 
 void TDocxExporter::writeParagraph(QXmlStreamWriter& xml, const TSubDocument& flow, const QTextBlock& block,
                                    TPart& part) {
+    const QList<QTextBlock> lines = linesOf(block);
     xml.writeStartElement(QStringLiteral("w:p"));
     // a section's properties stand in the properties of its last paragraph
-    const bool closesSection = &flow == &m_source.body() && m_sectionEnds.contains(block.blockNumber());
-    writeParagraphProperties(xml, block, closesSection ? m_sectionEnds.value(block.blockNumber()) : nullptr);
-    for (const auto& shape : flow.shapes())
-        if (shape->anchor.block() == block) {
+    const TDocSection* closedSection = nullptr;
+    for (const QTextBlock& line : lines) {
+        if (&flow == &m_source.body() && m_sectionEnds.contains(line.blockNumber()))
+            closedSection = m_sectionEnds.value(line.blockNumber());
+    }
+    writeParagraphProperties(xml, block, lines.back(), closedSection);
+    for (const QTextBlock& line : lines) {
+        if (line != block) {
             xml.writeStartElement(QStringLiteral("w:r"));
-            writeAnchoredShape(xml, *shape, part);
+            xml.writeEmptyElement(QStringLiteral("w:br"));
             xml.writeEndElement();
         }
-    writeRuns(xml, block, part);
+        for (const auto& shape : flow.shapes())
+            if (shape->anchor.block() == line) {
+                xml.writeStartElement(QStringLiteral("w:r"));
+                writeAnchoredShape(xml, *shape, part);
+                xml.writeEndElement();
+            }
+        writeRuns(xml, line, part);
+    }
     xml.writeEndElement();
 }
 
 void TDocxExporter::writeParagraphProperties(QXmlStreamWriter& xml, const QTextBlock& block,
-                                             const TDocSection* closedSection) {
+                                             const QTextBlock& lastLine, const TDocSection* closedSection) {
     const QTextBlockFormat format = block.blockFormat();
     xml.writeStartElement(QStringLiteral("w:pPr"));
     if (format.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)
         xml.writeEmptyElement(QStringLiteral("w:pageBreakBefore"));
-    writeTabs(xml, format.tabPositions());
-    writeSpacing(xml, format);
+    writeTabs(xml, format);
+    // the spacing as laid out, with what the neighbours' styles leave out already left out
+    writeSpacing(xml, format, TParagraphSpacing::effectiveBefore(block),
+                 TParagraphSpacing::effectiveAfter(lastLine));
     writeIndents(xml, format);
     writeValue(xml, QStringLiteral("w:jc"), alignmentName(format.alignment()));
     // the mark's format gives an empty paragraph its height

@@ -56,7 +56,8 @@ private:
     void writeFlow(QXmlStreamWriter& xml, const TSubDocument& flow, QTextFrame::iterator it, TPart& part);
     void writeParagraph(QXmlStreamWriter& xml, const TSubDocument& flow, const QTextBlock& block,
                         TPart& part);
-    void writeParagraphProperties(QXmlStreamWriter& xml, const QTextBlock& block,
+    // lastLine is the last block of the paragraph, which may continue behind line breaks
+    void writeParagraphProperties(QXmlStreamWriter& xml, const QTextBlock& block, const QTextBlock& lastLine,
                                   const TDocSection* closedSection);
     void writeRuns(QXmlStreamWriter& xml, const QTextBlock& block, TPart& part);
     void writeTable(QXmlStreamWriter& xml, const TSubDocument& flow, QTextTable& table, TPart& part);

@@ -5,12 +5,14 @@
 #include "EDocumentError.h"
 #include "OpenXmlReading.h"
 #include "TDocument.h"
+#include "TParagraphSpacing.h"
 
 #include <QTextBlock>
 #include <QTextDocument>
 #include <QTextTable>
 #include <QUrl>
 #include <QXmlStreamReader>
+#include <algorithm>
 
 namespace engine {
 
@@ -29,6 +31,8 @@ struct TDocxImporter::TParagraph {
     QTextBlockFormat blockFormat;
     QTextCharFormat markFormat;
     bool started = false;
+    // its line breaks start blocks that continue it
+    bool breaksIntoBlocks = false;
 };
 
 // A section as written: its geometry and the parts of its headers and footers.
@@ -231,6 +235,12 @@ void TDocxImporter::readSettings(const QString& documentPart) {
         xml.readNext();
         if (openxml::isStart(xml, u"evenAndOddHeaders"))
             m_target.evenAndOddHeaders = openxml::onOff(xml);
+        else if (openxml::isStart(xml, u"defaultTabStop")) {
+            const double twips = openxml::numberAttribute(xml, u"val").value_or(0.0);
+            // a stop every few twips would make a tab an endless run of stops
+            if (twips >= 20)
+                m_target.defaultTabStop = units::fromTwips(twips);
+        }
     }
 }
 
@@ -278,6 +288,13 @@ void TDocxImporter::readParagraph(QXmlStreamReader& xml, TFlow& flow) {
         TParagraphProperties resolved = m_styles.paragraphBase(paragraph.style);
         resolved.overrideWith(direct);
         paragraph.blockFormat = TDocStyleSheet::blockFormat(resolved);
+        const QList<QTextOption::Tab> tabs = paragraph.blockFormat.tabPositions();
+        paragraph.breaksIntoBlocks = std::any_of(tabs.cbegin(), tabs.cend(), [](const QTextOption::Tab& tab) {
+            return tab.type != QTextOption::LeftTab;
+        });
+        TParagraphSpacing::setStyle(paragraph.blockFormat, paragraph.style.isEmpty()
+                                                               ? m_styles.defaultParagraphStyle()
+                                                               : paragraph.style);
         TRunProperties mark = m_styles.runBase(paragraph.style, QString());
         mark.overrideWith(markRun);
         paragraph.markFormat = m_styles.charFormat(mark);
@@ -426,13 +443,17 @@ void TDocxImporter::readBreak(QXmlStreamReader& xml, TFlow& flow, TParagraph& pa
                               const QTextCharFormat& format) {
     const QString type = openxml::attribute(xml, u"type");
     xml.skipCurrentElement();
-    if (type != u"page") {
+    QTextBlockFormat next = paragraph.blockFormat;
+    if (type == u"page") {
+        next.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+        next.setTopMargin(0);
+        TParagraphSpacing::setSpaceBefore(next, 0.0);
+    } else if (paragraph.breaksIntoBlocks) {
+        TParagraphSpacing::setContinues(next);
+    } else {
         insertText(flow, kTextSeparator, format);
         return;
     }
-    QTextBlockFormat next = paragraph.blockFormat;
-    next.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-    next.setTopMargin(0);
     flow.cursor.insertBlock(next, paragraph.markFormat);
 }
 

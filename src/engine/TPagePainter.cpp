@@ -1,6 +1,7 @@
 #include "TPagePainter.h"
 
 #include "DocUnits.h"
+#include "TTabLeaders.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QPainter>
@@ -58,6 +59,7 @@ void TPagePainter::paintFlow(QPainter& painter, const TSubDocument& flow, const 
     context.clip = visible.adjusted(0, kEdge, 0, -kEdge);
     context.palette.setColor(QPalette::Text, Qt::black);
     text.documentLayout()->draw(&painter, context);
+    TTabLeaders::paint(painter, text, context.clip);
     painter.restore();
 }
 

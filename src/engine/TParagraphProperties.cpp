@@ -2,6 +2,7 @@
 
 #include "DocUnits.h"
 #include "OpenXmlReading.h"
+#include "TTabLeaders.h"
 
 #include <algorithm>
 
@@ -78,6 +79,7 @@ void readTabs(QXmlStreamReader& xml, TParagraphProperties& props) {
             stop.position = twipsAttribute(xml, u"pos").value_or(0.0);
             stop.type = tabTypeOf(value);
             stop.clear = value == u"clear";
+            stop.leader = TTabLeaders::fromName(openxml::attribute(xml, u"leader"));
             props.tabs.push_back(stop);
         }
         xml.skipCurrentElement();
@@ -96,6 +98,7 @@ void TParagraphProperties::overrideWith(const TParagraphProperties& other) {
     take(spaceAfter, other.spaceAfter);
     take(lineSpacing, other.lineSpacing);
     take(pageBreakBefore, other.pageBreakBefore);
+    take(contextualSpacing, other.contextualSpacing);
     tabs.insert(tabs.end(), other.tabs.begin(), other.tabs.end());
 }
 
@@ -135,6 +138,8 @@ TParagraphProperties TParagraphProperties::read(QXmlStreamReader& xml,
             readSpacing(xml, props);
         else if (name == u"pageBreakBefore")
             props.pageBreakBefore = openxml::onOff(xml);
+        else if (name == u"contextualSpacing")
+            props.contextualSpacing = openxml::onOff(xml);
         xml.skipCurrentElement();
     }
     return props;

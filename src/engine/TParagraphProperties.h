@@ -24,6 +24,8 @@ public:
         QTextOption::TabType type = QTextOption::LeftTab;
         // removes an inherited stop at this position
         bool clear = false;
+        // fills the space up to the stop; null for none
+        QChar leader;
     };
 
     std::optional<QString> style;
@@ -36,6 +38,8 @@ public:
     std::optional<double> spaceAfter;
     std::optional<TLineSpacing> lineSpacing;
     std::optional<bool> pageBreakBefore;
+    // leaves out the space towards a neighbour of the same style
+    std::optional<bool> contextualSpacing;
     std::vector<TTabStop> tabs;
 
     void overrideWith(const TParagraphProperties& other);

@@ -1,6 +1,7 @@
 #include "TSubDocument.h"
 
 #include "DocUnits.h"
+#include "TParagraphSpacing.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QTextBlock>
@@ -71,10 +72,14 @@ double TSubDocument::height() const {
 }
 
 QString TSubDocument::plainText() const {
-    QStringList paragraphs;
-    for (QTextBlock block = m_text->begin(); block.isValid(); block = block.next())
-        paragraphs.append(block.text());
-    return paragraphs.join(u'\n');
+    QString text;
+    for (QTextBlock block = m_text->begin(); block.isValid(); block = block.next()) {
+        if (block != m_text->begin())
+            text += TParagraphSpacing::continues(block.blockFormat()) ? QChar(QChar::LineSeparator)
+                                                                      : QChar(u'\n');
+        text += block.text();
+    }
+    return text;
 }
 
 } // namespace engine

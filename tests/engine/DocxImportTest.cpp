@@ -1,6 +1,8 @@
 #include "DocUnits.h"
 #include "EDocumentError.h"
 #include "TDocument.h"
+#include "TParagraphSpacing.h"
+#include "TTabStops.h"
 #include "TestDocx.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -11,7 +13,9 @@
 
 using engine::TDocSection;
 using engine::TDocument;
+using engine::TParagraphSpacing;
 using engine::TSubDocument;
+using engine::TTabStops;
 
 namespace {
 
@@ -134,22 +138,28 @@ TEST(DocxImport, ParagraphPropertiesKeepTheirUnits) {
                            "<w:tabs><w:tab w:val=\"left\" w:pos=\"1440\"/><w:tab w:val=\"right\" "
                            "w:pos=\"4320\"/></w:tabs>"))));
     const auto format = [](double twips) { return engine::units::toFormat(engine::units::fromTwips(twips)); };
+    const auto layout = [](double twips) { return engine::units::fromTwips(twips); };
 
+    // the paragraph's own spacing; Qt's margins and line height are derived from it
     const QTextBlockFormat standard = blockFormatOf(document->body(), QStringLiteral("Vorgabe"));
-    EXPECT_NEAR(standard.bottomMargin(), format(160), 1e-9);
-    EXPECT_NEAR(standard.lineHeight(), 259 / 240.0 * 100, 1e-9);
+    EXPECT_NEAR(TParagraphSpacing::spaceAfter(standard), layout(160), 1e-9);
+    EXPECT_NEAR(TParagraphSpacing::lineFactor(standard), 259 / 240.0, 1e-9);
 
     const QTextBlockFormat indented = blockFormatOf(document->body(), QStringLiteral("Eingerueckt"));
     EXPECT_EQ(indented.alignment(), Qt::AlignRight);
-    EXPECT_NEAR(indented.leftMargin(), format(720), 1e-9);
-    EXPECT_NEAR(indented.textIndent(), -format(360), 1e-9);
-    EXPECT_NEAR(indented.topMargin(), format(120), 1e-9);
-    EXPECT_NEAR(indented.bottomMargin(), format(240), 1e-9);
+    // Qt takes indents in device pixels, which are layout units
+    EXPECT_NEAR(indented.leftMargin(), layout(720), 1e-9);
+    EXPECT_NEAR(indented.textIndent(), -layout(360), 1e-9);
+    EXPECT_NEAR(TParagraphSpacing::spaceBefore(indented), layout(120), 1e-9);
+    EXPECT_NEAR(TParagraphSpacing::spaceAfter(indented), layout(240), 1e-9);
     EXPECT_EQ(indented.lineHeightType(), int(QTextBlockFormat::ProportionalHeight));
-    EXPECT_NEAR(indented.lineHeight(), 150, 1e-9);
-    ASSERT_EQ(indented.tabPositions().size(), 2);
-    EXPECT_NEAR(indented.tabPositions()[0].position, format(1440), 1e-9);
-    EXPECT_EQ(indented.tabPositions()[1].type, QTextOption::RightTab);
+    EXPECT_NEAR(TParagraphSpacing::lineFactor(indented), 1.5, 1e-9);
+    // measured from the margin, with the hanging indent as a stop of its own
+    const auto tabs = TTabStops::wordTabs(indented);
+    ASSERT_EQ(tabs.size(), 3);
+    EXPECT_NEAR(tabs[0].position, format(720), 1e-9);
+    EXPECT_NEAR(tabs[1].position, format(1440), 1e-9);
+    EXPECT_EQ(tabs[2].type, QTextOption::RightTab);
 }
 
 TEST(DocxImport, DefaultTabsStandEveryHalfInch) {
