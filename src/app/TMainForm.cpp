@@ -34,6 +34,27 @@ bool PageAgreesToClose(QWidget* APage) {
     return !form || form->CloseQuery();
 }
 
+// the first control that a Tab on the page would reach
+QWidget* FirstTabControl(QWidget* APage) {
+    for (QWidget* control = APage->nextInFocusChain(); control && control != APage;
+         control = control->nextInFocusChain()) {
+        if (APage->isAncestorOf(control) && control->isEnabled() && control->isVisibleTo(APage) &&
+            (control->focusPolicy() & Qt::TabFocus) && !control->focusProxy())
+            return control;
+    }
+    return nullptr;
+}
+
+// A page that comes to the top takes the focus as a form does: the control that had it
+// last, else its first control, so that the user can type at once.
+void FocusPage(QWidget* APage, QWidget* ALastFocused) {
+    QWidget* target = ALastFocused ? ALastFocused : APage->focusWidget();
+    if (!target || target == APage || !APage->isAncestorOf(target) || !target->isEnabled() ||
+        !target->isVisibleTo(APage))
+        target = FirstTabControl(APage);
+    (target ? target : APage)->setFocus();
+}
+
 // the pages ask for the connection at each use and keep none
 InvDBConnection* ProcessConnection() {
     TmodData* data = TmodData::Instance();
@@ -227,15 +248,33 @@ QWidget* TMainForm::AddPage(QWidget* AForm) {
         return nullptr;
     AForm->setAttribute(Qt::WA_DeleteOnClose);
     connect(AForm, &QObject::destroyed, this, [this, AForm] { Notification(AForm); });
+    // The former page stays as it is beneath the new one, so the new one must cover it, and
+    // the covered page takes neither keys nor clicks: a Tab never lands on one of its controls.
+    if (!FForms.isEmpty())
+        CoverPage(FForms.last());
     FForms.append(AForm);
-    // the former page stays as it is beneath the new one
+    AForm->setAutoFillBackground(true);
     dckMain->DockForm(AForm, false, true);
     AForm->raise();
-    QTimer::singleShot(0, AForm, [AForm] { AForm->setFocus(); });
+    QTimer::singleShot(0, AForm, [AForm] { FocusPage(AForm, nullptr); });
     return AForm;
 }
 
+void TMainForm::CoverPage(QWidget* APage) {
+    // disabling hands the focus on; it comes back to this control when the page is uncovered
+    FLastFocused.insert(APage, APage->focusWidget());
+    APage->setEnabled(false);
+}
+
+void TMainForm::UncoverPage(QWidget* APage) {
+    APage->setEnabled(true);
+    QPointer<QWidget> lastFocused = FLastFocused.take(APage);
+    // after the page that covered it is gone entirely
+    QTimer::singleShot(0, APage, [APage, lastFocused] { FocusPage(APage, lastFocused); });
+}
+
 void TMainForm::Notification(QWidget* AForm) {
+    FLastFocused.remove(AForm);
     if (FForms.isEmpty())
         return;
     if (FForms.last() == AForm)
@@ -244,9 +283,11 @@ void TMainForm::Notification(QWidget* AForm) {
         FForms.removeOne(AForm);
     if (FForms.size() == 1 && FForms.first() == FBaseForm && FBaseIsWelcome)
         tmrRefreshLastPage->start();
-    if (!FForms.isEmpty())
-        dckMain->DockForm(FForms.last(), false, true);
-    else
+    if (!FForms.isEmpty()) {
+        QWidget* top = FForms.last();
+        dckMain->DockForm(top, false, true);
+        UncoverPage(top);
+    } else
         PostNamedMessage(this, NamedMessages::CloseMyApplication);
 }
 
@@ -264,6 +305,7 @@ QWidget* TMainForm::CloseTopPage(bool ARefresh) {
     QWidget* top = FForms.last();
     dckMain->DockForm(top, true, true);
     top->show();
+    UncoverPage(top);
     if (ARefresh && top == FBaseForm && FBaseIsWelcome)
         RefreshLastPage();
     return top;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QIcon>
 #include <QList>
 #include <QPointer>
@@ -91,6 +92,8 @@ private:
     QPointer<QWidget> FBaseForm;
     bool FBaseIsWelcome = false;
     QList<QWidget*> FForms;
+    // of each covered page, the control that had the focus when it was covered
+    QHash<QWidget*, QPointer<QWidget>> FLastFocused;
 
     void CreateComponents();
     void CenterOnScreen();
@@ -99,6 +102,9 @@ private:
     void DecideFirstPages();
     QWidget* CreateWelcomePage();
     void Notification(QWidget* AForm);
+    // a covered page takes neither keys nor clicks until it is on top again
+    void CoverPage(QWidget* APage);
+    void UncoverPage(QWidget* APage);
     void tmrRefreshLastPageTimer();
     void RefreshLastPage();
     bool FormCloseQuery();

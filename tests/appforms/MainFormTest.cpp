@@ -9,9 +9,12 @@
 #include "TnvDBConfig.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPointer>
 #include <QTest>
+#include <QVBoxLayout>
 #include <gtest/gtest.h>
 
 namespace {
@@ -279,6 +282,73 @@ TEST_F(MainFormTest, FooterShowsYearAndVersion) {
 TEST_F(MainFormTest, HasItsMinimumSize) {
     TMainForm& form = Create();
     EXPECT_EQ(form.minimumSize(), QSize(735, 500));
+}
+
+// a page with two edits below a label, the way a form's fields follow its heading
+QWidget* PageWithFields(const QString& AName) {
+    QWidget* page = NamedPage(AName);
+    auto* layout = new QVBoxLayout(page);
+    layout->addWidget(new QLabel(QStringLiteral("Überschrift"), page));
+    for (const QString& field : {QStringLiteral("first"), QStringLiteral("second")}) {
+        auto* edit = new QLineEdit(page);
+        edit->setObjectName(AName + u'.' + field);
+        layout->addWidget(edit);
+    }
+    return page;
+}
+
+class ShownMainFormTest : public MainFormTest {
+protected:
+    TMainForm& CreateShown() {
+        TMainForm& form = Create();
+        form.show();
+        QApplication::setActiveWindow(&form);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&form));
+        return form;
+    }
+    static bool FocusGoesTo(const QString& AName) {
+        return QTest::qWaitFor([&] {
+            return QApplication::focusWidget() && QApplication::focusWidget()->objectName() == AName;
+        });
+    }
+};
+
+// A page that comes up takes the focus like a form: the user types into its first field at
+// once, and coming back to a page finds the field that had the focus.
+TEST_F(ShownMainFormTest, ThePageOnTopHasTheFocusInItsField) {
+    TMainForm::Hooks().WelcomePage = [](TMainForm&) { return PageWithFields(QStringLiteral("welcome")); };
+    TMainForm& form = CreateShown();
+    EXPECT_TRUE(FocusGoesTo(QStringLiteral("welcome.first")));
+    form.findChild<QLineEdit*>(QStringLiteral("welcome.second"))->setFocus();
+    QWidget* top = form.AddPage(PageWithFields(QStringLiteral("top")));
+    EXPECT_TRUE(FocusGoesTo(QStringLiteral("top.first")));
+    top->close();
+    EXPECT_TRUE(FocusGoesTo(QStringLiteral("welcome.second")));
+}
+
+// The page beneath stays where it is, but covered: nothing of it shows through the page on
+// top, and a Tab never reaches its fields.
+TEST_F(ShownMainFormTest, ThePageOnTopCoversThePageBeneath) {
+    TMainForm::Hooks().WelcomePage = [](TMainForm&) {
+        QWidget* page = PageWithFields(QStringLiteral("welcome"));
+        page->setStyleSheet(QStringLiteral("QWidget#welcome { background: #FF0000; }"));
+        page->setAttribute(Qt::WA_StyledBackground);
+        return page;
+    };
+    TMainForm& form = CreateShown();
+    QWidget* base = form.BaseForm();
+    QWidget* top = form.AddPage(PageWithFields(QStringLiteral("top")));
+    EXPECT_TRUE(FocusGoesTo(QStringLiteral("top.first")));
+    const QImage shown = form.DockPanel()->grab().toImage();
+    EXPECT_NE(shown.pixelColor(shown.width() - 4, shown.height() - 4), QColor(Qt::red));
+    for (int step = 0; step < 6; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        EXPECT_FALSE(base->isAncestorOf(QApplication::focusWidget()))
+            << QApplication::focusWidget()->objectName().toStdString();
+    }
+    top->close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.Pages().size() == 1; }));
+    EXPECT_TRUE(base->isEnabled());
 }
 
 struct TitleCase {
