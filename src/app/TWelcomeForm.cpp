@@ -9,6 +9,7 @@
 
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPointer>
@@ -43,6 +44,7 @@ QString StyleSheet() {
                "TWelcomeTile, QFrame#Panel6 { background: #FFFFFF; border: 1px solid #E2DDD5;"
                " border-radius: %1; }"
                "TWelcomeTile:hover { border: 1px solid #2A7F8E; background: #FBFDFD; }"
+               "TWelcomeTile:focus { border: 2px solid #2A7F8E; }"
                "TWelcomeTile QLabel, QFrame#Panel6 QLabel { background: transparent; border: none; }"
                "QTableView#grdDOC { background: transparent; border: none;"
                " selection-background-color: #DCEEF1; selection-color: #1F4E5A; }"
@@ -285,10 +287,22 @@ bool TWelcomeForm::eventFilter(QObject* AWatched, QEvent* AEvent) {
             return true;
         }
         break;
+    case QEvent::KeyPress:
+        if (isTile && IsChoiceKey(static_cast<QKeyEvent*>(AEvent))) {
+            (this->*FClickEvents.value(AWatched))(AWatched);
+            return true;
+        }
+        break;
     default:
         break;
     }
     return QWidget::eventFilter(AWatched, AEvent);
+}
+
+bool TWelcomeForm::IsChoiceKey(const QKeyEvent* AEvent) {
+    const int key = AEvent->key();
+    const bool plain = (AEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    return plain && (key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space);
 }
 
 bool TWelcomeForm::IsClick(QObject* AWatched, const QMouseEvent* AEvent) {

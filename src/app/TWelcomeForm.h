@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <functional>
 
+class QKeyEvent;
 class QMouseEvent;
 class QToolButton;
 class TEmptyTextGrid;
@@ -104,5 +105,7 @@ private:
     bool IsTile(const QObject* AObject) const;
     // a release of the left button over the object that was pressed
     static bool IsClick(QObject* AWatched, const QMouseEvent* AEvent);
+    // Enter or the space bar on a focused tile, as on a button
+    static bool IsChoiceKey(const QKeyEvent* AEvent);
     void Raise(const TnvStartFormEvent& AEvent);
 };

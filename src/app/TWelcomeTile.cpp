@@ -49,6 +49,9 @@ TWelcomeTile::TWelcomeTile(const QString& AName, const QString& AHtml, const QSt
     setObjectName(AName);
     setCursor(Qt::PointingHandCursor);
     setAttribute(Qt::WA_Hover);
+    // reached with Tab, so that the choices can be made from the keyboard as well; a click
+    // leaves the focus on the tile that was chosen
+    setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     setMinimumWidth(Scale(190));
     setMaximumHeight(Scale(DesignMaximumHeight));

@@ -234,6 +234,23 @@ TEST_P(TileTest, AClickAnywhereOnTheTileRaisesItsHook) {
     }
 }
 
+// A tile takes the focus with Tab, and Enter or the space bar on it is a click.
+TEST_P(TileTest, AFocusedTileIsChosenWithEnterOrTheSpaceBar) {
+    SetAllHooks();
+    Form->show();
+    TWelcomeTile* tile = Form->Tile(GetParam().Tile);
+    EXPECT_TRUE(tile->focusPolicy() & Qt::TabFocus);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        Calls = {};
+        QTest::keyClick(tile, key);
+        EXPECT_EQ(Calls.Names, QStringList{QString::fromUtf8(GetParam().Hook)}) << key;
+    }
+    Calls = {};
+    QTest::keyClick(tile, Qt::Key_Return, Qt::ControlModifier);
+    QTest::keyClick(tile, Qt::Key_A);
+    EXPECT_TRUE(Calls.Names.isEmpty());
+}
+
 TEST_P(TileTest, ARightClickDoesNothing) {
     SetAllHooks();
     Form->show();
