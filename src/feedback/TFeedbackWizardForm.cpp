@@ -34,6 +34,7 @@
 #include <QPlainTextEdit>
 #include <QPrintPreviewDialog>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStackedWidget>
 #include <QTimer>
 #include <QToolButton>
@@ -82,6 +83,17 @@ QString& LastPdfFolder() {
 QPointer<TFeedbackWizardForm>& TheWizard() {
     static QPointer<TFeedbackWizardForm> wizard;
     return wizard;
+}
+
+QScrollArea* Scrollable(QWidget* ACard) {
+    auto* scroller = new QScrollArea;
+    scroller->setObjectName(ACard->objectName() + QStringLiteral("Scroller"));
+    scroller->setFrameShape(QFrame::NoFrame);
+    scroller->setWidgetResizable(true);
+    // the fields take the focus, not the frame around them
+    scroller->setFocusPolicy(Qt::NoFocus);
+    scroller->setWidget(ACard);
+    return scroller;
 }
 
 QFrame* Separator(QWidget* AParent) {
@@ -153,9 +165,11 @@ void TFeedbackWizardForm::CreateComponents() {
     crdDoctorReferral = new TWizardReferralPage(cpWizard);
     crdContent = new TWizardQuestionPage(cpWizard);
     crdPublish = new TWizardPublishPage(cpWizard);
-    for (QWidget* card : {static_cast<QWidget*>(crdPatient), static_cast<QWidget*>(crdDoctorReferral),
-                          static_cast<QWidget*>(crdContent), static_cast<QWidget*>(crdPublish)})
-        cpWizard->addWidget(card);
+    // the pages of fields scroll when the window is too small for them, rather than squeeze
+    cpWizard->addWidget(Scrollable(crdPatient));
+    cpWizard->addWidget(Scrollable(crdDoctorReferral));
+    cpWizard->addWidget(crdContent);
+    cpWizard->addWidget(crdPublish);
     tmrSetFocus->setObjectName(QStringLiteral("tmrSetFocus"));
     tmrSetFocus->setInterval(SetFocusDelay);
     tmrSetFocus->setSingleShot(true);
@@ -274,6 +288,11 @@ void TFeedbackWizardForm::GoToPage(int AIndex) {
     if (AIndex == FActivePageIndex)
         return;
     if (AIndex >= 0 && AIndex < cpWizard->count()) {
+        // The form holds the focus while the cards and buttons change, so that it does not
+        // pass on to "Abbrechen", where the next Enter would throw the feedback away. The
+        // focus timer then gives it to the page's first field; on the letter page Enter does
+        // nothing.
+        setFocus();
         FActivePageIndex = AIndex;
         cpWizard->setCurrentIndex(AIndex);
         lblCaptions->setText(CaptionText(AIndex));

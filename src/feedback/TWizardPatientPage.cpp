@@ -15,8 +15,8 @@ using norvik::Scale;
 namespace {
 
 // columns of the page: title before, first name, last name, title after, and the note
-constexpr int TitleWidth = 130;
-constexpr int NoteWidth = 270;
+constexpr int TitleWidth = 110;
+constexpr int NoteWidth = 220;
 constexpr int NoteColumn = 4;
 
 } // namespace
@@ -79,4 +79,14 @@ void TWizardPatientPage::Arrange() {
                                           this),
                     1, NoteColumn, 7, 1, Qt::AlignTop);
     grid->setRowStretch(8, 1);
+    SetTabOrder();
+}
+
+void TWizardPatientPage::SetTabOrder() {
+    // line by line, as the fields stand on the page
+    const QList<QWidget*> order = {edtPATSearch, edtPATTitle1,   edtPATFirstname, edtPATLastname,
+                                   edtPATTitle2, edtPATGender,   edtPATStreet,    edtPATZIPCity,
+                                   edtPATSVNr,   edtPATAssurance};
+    for (int index = 1; index < order.size(); ++index)
+        setTabOrder(order.at(index - 1), order.at(index));
 }

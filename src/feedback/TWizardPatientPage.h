@@ -31,4 +31,5 @@ public:
 private:
     void CreateControls();
     void Arrange();
+    void SetTabOrder();
 };

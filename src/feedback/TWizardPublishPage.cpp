@@ -21,6 +21,8 @@ TWizardPublishPage::TWizardPublishPage(QWidget* AParent)
     RichEditControl->setObjectName(QStringLiteral("RichEditControl"));
     CreateTools();
     auto* layout = new QVBoxLayout(this);
+    // the wizard has its own margin at the sides; the tool strip needs the whole width
+    layout->setContentsMargins(0, Scale(4), 0, 0);
     layout->setSpacing(Scale(4));
     layout->addWidget(pnlExportTools);
     layout->addWidget(RichEditControl, 1);

@@ -34,6 +34,8 @@ TWizardQuestionPage::TWizardQuestionPage(QWidget* AParent)
     scrQuestions->setWidget(FQuestions);
     scrQuestions->setWidgetResizable(false);
     scrQuestions->setFrameShape(QFrame::NoFrame);
+    // the answer boxes take the focus, not the frame around them
+    scrQuestions->setFocusPolicy(Qt::NoFocus);
     memContent->setObjectName(QStringLiteral("memContent"));
     memContent->setFixedHeight(Scale(MemoHeight));
     memContent->setTabChangesFocus(true);
@@ -70,6 +72,9 @@ QList<QComboBox*> TWizardQuestionPage::CreateQuestions(const TQuestionCatalogue&
     }
     FQuestions->resize(FQuestions->childrenRect().right() + Scale(BottomMargin),
                        Scale(ACatalogue.ActualTop() + BottomMargin));
+    // the boxes are made after the memo; a Tab from the last answer goes on to the remark
+    if (!boxes.isEmpty())
+        setTabOrder(boxes.last(), memContent);
     return boxes;
 }
 

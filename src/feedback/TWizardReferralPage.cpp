@@ -16,7 +16,7 @@ using norvik::Scale;
 
 namespace {
 
-constexpr int NoteWidth = 270;
+constexpr int NoteWidth = 220;
 constexpr int NoteColumn = 2;
 
 const QString NoteTitle = QStringLiteral("Es müssen folgende Daten befüllt werden:");
@@ -140,4 +140,8 @@ void TWizardReferralPage::Arrange() {
                               this),
         5, NoteColumn, 7, 1, Qt::AlignTop);
     grid->setRowStretch(12, 1);
+    // the arrows that browse the therapists follow the name they change
+    setTabOrder(edtTHPTherapist, cmdPrevTPT);
+    setTabOrder(cmdPrevTPT, cmdNextTPT);
+    setTabOrder(cmdNextTPT, edtTHPTherapistExtension);
 }

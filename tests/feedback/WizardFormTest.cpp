@@ -11,9 +11,11 @@
 #include <QCalendarWidget>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QTest>
 #include <QToolButton>
+#include <algorithm>
 
 using norvik::Scale;
 using norvik::TnvValidatedEdit;
@@ -324,6 +326,86 @@ TEST_F(WizardFormTest, EnteringTheLastPageFitsAndRebuildsTheLetter) {
     Next();
     Next();
     EXPECT_TRUE(Form->Letter().Document().body().plainText().contains(QStringLiteral("Evelyn Muster")));
+}
+
+// Enter on the letter page leaves the letter as it is: it neither throws the feedback away
+// through a focused "Abbrechen" nor sends it.
+TEST_F(WizardFormTest, EnterOnTheLetterPageNeitherCancelsNorSends) {
+    Open();
+    TypePatient();
+    Next();
+    TypeReferral();
+    Next();
+    auto& next = Child<QPushButton>(QStringLiteral("cmdNext"));
+    next.setFocus();
+    QTest::keyClick(&next, Qt::Key_Return);
+    ASSERT_EQ(Form->ActivePageIndex(), TFeedbackWizardForm::PublishPage);
+    EXPECT_NE(Focused(), &Child<QWidget>(QStringLiteral("cmdCancel")));
+    QTest::keyClick(Focused() ? Focused() : Form.data(), Qt::Key_Return);
+    ProcessDeletes();
+
+    ASSERT_FALSE(Form.isNull());
+    EXPECT_EQ(Form->ActivePageIndex(), TFeedbackWizardForm::PublishPage);
+    EXPECT_TRUE(OutboxFiles().isEmpty());
+    EXPECT_TRUE(Dialogs.Messages().isEmpty());
+}
+
+// The name of the control that has the focus, or of the control that it belongs to
+QString FocusedName(const QStringList& ANames) {
+    for (QObject* control = QApplication::focusWidget(); control; control = control->parent()) {
+        if (ANames.contains(control->objectName()))
+            return control->objectName();
+    }
+    return QStringLiteral("<elsewhere>");
+}
+
+TEST_F(WizardFormTest, TabGoesThroughThePatientFieldsLineByLine) {
+    Open();
+    const QStringList order = {QStringLiteral("edtPATSearch"),    QStringLiteral("edtPATTitle1"),
+                               QStringLiteral("edtPATFirstname"), QStringLiteral("edtPATLastname"),
+                               QStringLiteral("edtPATTitle2"),    QStringLiteral("edtPATGender"),
+                               QStringLiteral("edtPATStreet"),    QStringLiteral("edtPATZIPCity"),
+                               QStringLiteral("edtPATSVNr"),      QStringLiteral("edtPATAssurance")};
+    Edit(QStringLiteral("edtPATSearch")).setFocus();
+    QStringList visited = {FocusedName(order)};
+    for (int step = 1; step < order.size(); ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        visited << FocusedName(order);
+    }
+    EXPECT_EQ(visited, order);
+}
+
+TEST_F(WizardFormTest, TabFromTheLastAnswerGoesToTheRemark) {
+    Open();
+    TypePatient();
+    Next();
+    TypeReferral();
+    Next();
+    QList<QComboBox*> boxes = Child<QWidget>(QStringLiteral("scrQuestions")).findChildren<QComboBox*>();
+    ASSERT_FALSE(boxes.isEmpty());
+    std::sort(boxes.begin(), boxes.end(),
+              [](const QComboBox* A, const QComboBox* B) { return A->y() < B->y(); });
+    boxes.last()->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(Focused(), &Child<QWidget>(QStringLiteral("memContent")));
+}
+
+// In the smallest main window the pages keep their fields at full height and the letter's
+// tools their whole texts.
+TEST_F(WizardFormTest, TheSmallestWindowSqueezesNoPage) {
+    Open();
+    Form->resize(735, 440);
+    QCoreApplication::processEvents();
+    for (const char* card : {"crdPatient", "crdDoctorReferral"}) {
+        const auto& page = Child<QWidget>(QString::fromLatin1(card));
+        EXPECT_GE(page.height(), page.minimumSizeHint().height()) << card;
+    }
+    TypeCompleteFeedback();
+    QCoreApplication::processEvents();
+    for (const char* tool : {"cmdPrint", "cmdExportPDF", "cmdExport", "cmdZoom"}) {
+        const auto& button = Child<QToolButton>(QString::fromLatin1(tool));
+        EXPECT_GE(button.width(), button.sizeHint().width()) << tool;
+    }
 }
 
 TEST_F(WizardFormTest, OneWizardAtATime) {
