@@ -9,11 +9,13 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QStyle>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -56,6 +58,8 @@ QLineEdit* NewEdit(const QString& AName, QWidget* AParent) {
 QPushButton* NewButton(const QString& AName, const QString& AText, QWidget* AParent) {
     auto* button = new QPushButton(AText, AParent);
     button->setObjectName(AName);
+    // Enter on a focused button presses that button, not the page's "Fertigstellen"
+    button->setAutoDefault(true);
     return button;
 }
 
@@ -129,6 +133,8 @@ void TSettingsForm::CreateComponents() {
     auto* scroller = new QScrollArea(this);
     scroller->setFrameShape(QFrame::NoFrame);
     scroller->setWidgetResizable(true);
+    // the page's controls take the focus, not the frame around them
+    scroller->setFocusPolicy(Qt::NoFocus);
     scroller->setWidget(CreatePage());
     layout->addWidget(scroller, 1);
     auto* line = new QFrame(this);
@@ -163,18 +169,58 @@ QWidget* TSettingsForm::CreateHeader() {
 QWidget* TSettingsForm::CreatePage() {
     auto* page = new QWidget;
     page->setObjectName(QStringLiteral("wcpSettings"));
-    auto* layout = new QGridLayout(page);
-    layout->setContentsMargins(16, 16, 16, 16);
-    layout->setSpacing(16);
-    layout->addWidget(CreateTherapistGroup(), 0, 0);
-    layout->addWidget(CreateDaMeGroup(), 1, 0);
-    layout->addWidget(CreateTemplateGroup(), 0, 1);
-    layout->addWidget(CreateUpdateGroup(), 1, 1);
-    layout->setColumnStretch(0, 1);
-    layout->setColumnStretch(1, 1);
-    layout->setRowStretch(2, 1);
+    pnlGroups = new QGridLayout(page);
+    pnlGroups->setContentsMargins(PageMargin, PageMargin, PageMargin, PageMargin);
+    pnlGroups->setSpacing(PageMargin);
+    // in this order also one under the other: what a first start needs comes first
+    FGroups = {CreateTherapistGroup(), CreateDaMeGroup(), CreateTemplateGroup(), CreateUpdateGroup()};
+    ArrangeGroups(true);
     AlignRowLabels(*page);
     return page;
+}
+
+int TSettingsForm::TwoColumnWidth() const {
+    const auto widest = [](const QWidget* AUpper, const QWidget* ALower) {
+        return std::max(AUpper->minimumSizeHint().width(), ALower->minimumSizeHint().width());
+    };
+    return 3 * PageMargin + widest(FGroups[0], FGroups[1]) + widest(FGroups[2], FGroups[3]) +
+           style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+}
+
+void TSettingsForm::ArrangeGroups(bool ATwoColumns) {
+    if (ATwoColumns == FTwoColumns)
+        return;
+    FTwoColumns = ATwoColumns;
+    for (QGroupBox* group : FGroups)
+        pnlGroups->removeWidget(group);
+    const int rows = ATwoColumns ? 2 : 4;
+    for (int index = 0; index < FGroups.size(); ++index)
+        pnlGroups->addWidget(FGroups[index], index % rows, index / rows);
+    pnlGroups->setColumnStretch(0, 1);
+    pnlGroups->setColumnStretch(1, ATwoColumns ? 1 : 0);
+    // the room left over goes below the groups
+    for (int row = 0; row <= 4; ++row)
+        pnlGroups->setRowStretch(row, row == rows ? 1 : 0);
+}
+
+void TSettingsForm::resizeEvent(QResizeEvent* AEvent) {
+    TScaleForm::resizeEvent(AEvent);
+    // two columns where they fit, so that a small window needs no sideways scrolling
+    ArrangeGroups(width() >= TwoColumnWidth());
+}
+
+void TSettingsForm::keyPressEvent(QKeyEvent* AEvent) {
+    // the wizard frame's buttons, as a dialog has them: Escape cancels, Enter finishes
+    const bool plain = (AEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+    if (plain && AEvent->key() == Qt::Key_Escape) {
+        actButtonClick(TWizardButton::Cancel);
+        return;
+    }
+    if (plain && (AEvent->key() == Qt::Key_Return || AEvent->key() == Qt::Key_Enter)) {
+        actButtonClick(TWizardButton::Finish);
+        return;
+    }
+    TScaleForm::keyPressEvent(AEvent);
 }
 
 QGroupBox* TSettingsForm::CreateTherapistGroup() {
@@ -281,6 +327,7 @@ QWidget* TSettingsForm::CreateButtonBar() {
     cmdFinish = NewButton(QStringLiteral("cmdFinish"), QStringLiteral("Fertigstellen"), bar);
     connect(cmdCancel, &QPushButton::clicked, this, [this] { actButtonClick(TWizardButton::Cancel); });
     connect(cmdFinish, &QPushButton::clicked, this, [this] { actButtonClick(TWizardButton::Finish); });
+    cmdFinish->setDefault(true);
     layout->addStretch();
     layout->addWidget(cmdCancel);
     layout->addWidget(cmdFinish);
@@ -339,17 +386,25 @@ void TSettingsForm::cmdNextClick() {
         return TnvDialogs::AskChoice(this, ATitle, AText, AChoices);
     };
     if (FPreferences.NextClick(EditTexts(), ask))
-        ShowTPT();
+        ShowTPTAfter(cmdNext);
 }
 
 void TSettingsForm::cmdPrevClick() {
     FPreferences.PrevClick(EditTexts());
-    ShowTPT();
+    ShowTPTAfter(cmdPrev);
 }
 
 void TSettingsForm::cmdRemoveClick() {
     FPreferences.RemoveClick();
+    ShowTPTAfter(cmdRemove);
+}
+
+void TSettingsForm::ShowTPTAfter(QPushButton* APressed) {
     ShowTPT();
+    // A button that went grey would hand the focus on to the outbox folder; the therapist
+    // now shown is what the user goes on with, above all a new one to be typed in.
+    if (!APressed->isEnabled())
+        edtTPTZusatzText1->setFocus();
 }
 
 void TSettingsForm::edtExportFolderButtonClick() {

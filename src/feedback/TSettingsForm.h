@@ -3,9 +3,12 @@
 #include "TScaleForm.h"
 #include "TSettingsPreferences.h"
 
+#include <QList>
 #include <functional>
+#include <optional>
 
 class QCheckBox;
+class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -34,6 +37,8 @@ public:
     static inline const QString EmptyNameError = QStringLiteral("Der Wert darf nicht leer bleiben.");
     static inline const QString NoDatabaseError =
         QStringLiteral("Die Datenbank konnte nicht geöffnet werden.");
+    // around and between the groups
+    static constexpr int PageMargin = 16;
     static inline const QString TemplateWriteError =
         QStringLiteral("Das Musterdokument konnte nicht gespeichert werden:\n%1");
 
@@ -55,6 +60,8 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* AEvent) override;
+    void resizeEvent(QResizeEvent* AEvent) override;
+    void keyPressEvent(QKeyEvent* AEvent) override;
 
 private:
     TConnectionSource FConnection;
@@ -78,6 +85,11 @@ private:
     QPushButton* cmdCheckUpdate;
     QPushButton* cmdCancel;
     QPushButton* cmdFinish;
+    QGridLayout* pnlGroups;
+    // therapists, DaMe, template, update
+    QList<QGroupBox*> FGroups;
+    // unset until the groups are first arranged
+    std::optional<bool> FTwoColumns;
 
     void CreateComponents();
     QWidget* CreateHeader();
@@ -87,10 +99,16 @@ private:
     QGroupBox* CreateTemplateGroup();
     QGroupBox* CreateUpdateGroup();
     QWidget* CreateButtonBar();
+    // the width the page needs for the groups in two columns, its scroll bar included
+    int TwoColumnWidth() const;
+    // two columns with therapists and DaMe on the left, else all four one under the other
+    void ArrangeGroups(bool ATwoColumns);
 
     TTherapistTexts EditTexts() const;
     TDaMeSettings DaMeTexts() const;
     void ShowTPT();
+    // shows the therapist that a browse button led to
+    void ShowTPTAfter(QPushButton* APressed);
     void UpdateButtons();
 
     void edtTPTZusatzText1PropertiesEditValueChanged(const QString& AText);

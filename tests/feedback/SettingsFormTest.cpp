@@ -8,12 +8,15 @@
 #include "TnvValidatedEdit.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 #include <QTextDocument>
 
@@ -401,6 +404,84 @@ TEST_F(SettingsFormTest, TheMainWindowOpensThisPageWhileTheOutboxIsNotSet) {
     EXPECT_TRUE(Closed());
     EXPECT_EQ(main->Pages().size(), 1);
     EXPECT_TRUE(main->ExportFolderExists());
+    delete main.data();
+}
+
+// The new therapist that "Nächster >" adds is typed in at once: the cursor stands in its name,
+// not in the outbox folder that the button, now grey, would hand the focus to.
+TEST_F(SettingsFormTest, NextToANewTherapistPutsTheCursorIntoItsName) {
+    Open();
+    QApplication::setActiveWindow(Form);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(Form));
+    TypeName(QStringLiteral("Anna Alt"));
+    Dialogs.AnswerChoice(0);
+    Button("cmdNext").setFocus();
+    QTest::keyClick(&Button("cmdNext"), Qt::Key_Space);
+    ASSERT_EQ(Position(), u"Therapeut 2 von 2");
+    EXPECT_EQ(QApplication::focusWidget(), &Edit("edtTPTZusatzText1"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Bert Berger"));
+    EXPECT_EQ(ShownName(), u"Bert Berger");
+    EXPECT_TRUE(Edit("edtExportFolder").text().isEmpty());
+}
+
+struct SettingsKeyCase {
+    const char* Name;
+    Qt::Key Key;
+    bool Writes;
+};
+
+class SettingsKeyTest : public SettingsFormTest, public ::testing::WithParamInterface<SettingsKeyCase> {};
+
+// Escape is "Abbrechen" and Enter "Fertigstellen", also from within an edit.
+TEST_P(SettingsKeyTest, EscapeCancelsAndEnterFinishes) {
+    Open();
+    testsupport::TempDir outbox;
+    QTest::keyClicks(&Edit("edtExportFolder"), outbox.path());
+    QTest::keyClick(&Edit("edtExportFolder"), GetParam().Key);
+    EXPECT_TRUE(Closed());
+    EXPECT_EQ(StoredDaMe().ExportFolder, GetParam().Writes ? outbox.path() : QString());
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, SettingsKeyTest,
+                         ::testing::Values(SettingsKeyCase{"Escape", Qt::Key_Escape, false},
+                                           SettingsKeyCase{"Return", Qt::Key_Return, true},
+                                           SettingsKeyCase{"Enter", Qt::Key_Enter, true}),
+                         [](const auto& AInfo) { return std::string(AInfo.param.Name); });
+
+// Enter on a focused button presses that button and does not finish the page.
+TEST_F(SettingsFormTest, EnterOnAFocusedButtonPressesThatButton) {
+    AddTherapist(QStringLiteral("Anna Alt"), QStringLiteral("Physiotherapeutin"));
+    AddTherapist(QStringLiteral("Bert Berger"), QStringLiteral("Masseur"));
+    Open();
+    QTest::keyClick(&Button("cmdNext"), Qt::Key_Return);
+    EXPECT_EQ(ShownName(), u"Bert Berger");
+    EXPECT_FALSE(Form.isNull());
+}
+
+// The settings page as the first start shows it in the smallest main window: the cursor in
+// the therapist's name, and the groups one under the other with no sideways scrolling.
+TEST_F(SettingsFormTest, TheSmallestMainWindowShowsTheGroupsOneUnderTheOther) {
+    QPointer<TMainForm> main = new TMainForm(Data);
+    main->show();
+    QApplication::setActiveWindow(main);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(main));
+    Form = qobject_cast<TSettingsForm*>(main->Pages().last());
+    ASSERT_FALSE(Form.isNull());
+    EXPECT_TRUE(
+        QTest::qWaitFor([this] { return QApplication::focusWidget() == &Edit("edtTPTZusatzText1"); }));
+    auto* scroller = Form->findChild<QScrollArea*>();
+    ASSERT_NE(scroller, nullptr);
+    EXPECT_FALSE(scroller->horizontalScrollBar()->isVisible());
+    const QStringList order = {QStringLiteral("grpTherapists"), QStringLiteral("grpDaMe"),
+                               QStringLiteral("grpTemplate"), QStringLiteral("grpUpdate")};
+    for (int index = 1; index < order.size(); ++index)
+        EXPECT_LT(Child<QWidget>(order.at(index - 1).toLatin1().constData()).y(),
+                  Child<QWidget>(order.at(index).toLatin1().constData()).y())
+            << order.at(index).toStdString();
+    // wide enough again, the template stands beside the therapists
+    main->resize(1000, 700);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(Child<QWidget>("grpTemplate").y(), Child<QWidget>("grpTherapists").y());
     delete main.data();
 }
 
