@@ -34,8 +34,11 @@ std::vector<TLastFeedbackRow> TLastFeedbacksModel::ReadRows(InvDBConnection& ACo
 
 QString TLastFeedbacksModel::DateText(TDateTime AValue) {
     const platform::SystemFormats& formats = platform::SystemFormats::current();
-    return TDateTimeUtils::toQDateTime(AValue).toString(formats.shortDateFormat + u' ' +
-                                                        formats.shortTimeFormat);
+    const QDateTime moment = TDateTimeUtils::toQDateTime(AValue);
+    // a document stored with its day alone shows no made-up midnight
+    if (moment.time() == QTime(0, 0))
+        return moment.toString(formats.shortDateFormat);
+    return moment.toString(formats.shortDateFormat + u' ' + formats.shortTimeFormat);
 }
 
 void TLastFeedbacksModel::Refresh(InvDBConnection& AConnection) {

@@ -1,6 +1,7 @@
 #include "DBExceptions.h"
 #include "FeedbackRows.h"
 #include "InvDBConnection.h"
+#include "TDateTimeUtils.h"
 #include "TLastFeedbacksModel.h"
 #include "TmodData.h"
 
@@ -170,14 +171,15 @@ struct DateCase {
 
 class DateTextTest : public ::testing::TestWithParam<DateCase> {};
 
-// the Austrian short date with hours and minutes; seconds are not shown
+// the Austrian short date with hours and minutes, seconds not shown; a document stored with
+// its day alone shows no time
 TEST_P(DateTextTest, ShowsDayMonthYearHoursAndMinutes) {
     EXPECT_EQ(TLastFeedbacksModel::DateText(GetParam().Value), QString::fromUtf8(GetParam().Text));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Dates, DateTextTest,
-    ::testing::Values(DateCase{46000.0, "09.12.2025 00:00"}, DateCase{46000.75, "09.12.2025 18:00"},
+    ::testing::Values(DateCase{46000.0, "09.12.2025"}, DateCase{46000.75, "09.12.2025 18:00"},
                       DateCase{46001.0 + (9 * 60 + 5 + 59.0 / 60) / 1440, "10.12.2025 09:05"}));
 
 } // namespace
