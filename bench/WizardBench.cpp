@@ -1,3 +1,4 @@
+#include "AppUtils.h"
 #include "BuiltInResources.h"
 #include "InsertUpdateRoutines.h"
 #include "InvDBConnection.h"
@@ -192,7 +193,7 @@ int main(int argc, char** argv) {
     const QString shots = TakeShotsFolder(argc, argv);
     FillCmdParams({QStringLiteral("orvenna")});
     QApplication app(argc, argv);
-    QApplication::setApplicationDisplayName(QStringLiteral("Orvenna Rückmeldesystem"));
+    norvik::SetApplicationTitle(QStringLiteral("Orvenna Rückmeldesystem"));
     RegisterNamedMessages();
     AnswerAllDialogs();
     PrepareDatabase(Data());

@@ -136,8 +136,8 @@ TMainForm::TMainForm(TmodData& AData, QWidget* AParent)
     setAttribute(Qt::WA_DeleteOnClose);
     CreateComponents();
     if (HasAppParam(QStringLiteral("C")))
-        QGuiApplication::setApplicationDisplayName(GetAppParam(QStringLiteral("C")));
-    setWindowTitle(QGuiApplication::applicationDisplayName());
+        SetApplicationTitle(GetAppParam(QStringLiteral("C")));
+    setWindowTitle(Caption);
     setWindowIcon(ProgramIcon());
     lblVersion->setText(VersionText());
     CenterOnScreen();

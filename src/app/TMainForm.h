@@ -37,6 +37,7 @@ struct TMainFormHooks {
 // page beneath, and the window closes when the stack is empty.
 class TMainForm : public QWidget {
 public:
+    static inline const QString Caption = QStringLiteral("Orvenna Rückmeldesystem für Physiotherapeuten");
     // the year and the version are filled in
     static inline const QString VersionFormat = QStringLiteral("© %1 by Orvenna  | Version: %2");
     static inline const QString ExportFolderError =

@@ -52,7 +52,7 @@ int main(int argc, char** argv) {
     initialiseUnits(processArguments(argc, argv));
     InitResultToConsole();
     QApplication app(argc, argv);
-    QApplication::setApplicationDisplayName(QStringLiteral("Orvenna Rückmeldesystem"));
+    SetApplicationTitle(QStringLiteral("Orvenna Rückmeldesystem"));
     QApplication::setWindowIcon(TMainForm::ProgramIcon());
     TmodData data;
     const int result = runMainForm(app, data);

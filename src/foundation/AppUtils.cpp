@@ -26,6 +26,23 @@ bool HasAppParam(const QString& name) {
     return !GetAppParam(name).isEmpty();
 }
 
+namespace {
+
+QString& TitleOfApplication() {
+    static QString title;
+    return title;
+}
+
+} // namespace
+
+QString ApplicationTitle() {
+    return TitleOfApplication();
+}
+
+void SetApplicationTitle(const QString& title) {
+    TitleOfApplication() = title;
+}
+
 QString GetFileVersionText() {
     return QStringLiteral("%1.%2.%3.%4")
         .arg(ORVENNA_VERSION_MAJOR)

@@ -17,6 +17,11 @@ QString GetAppParam(const QString& name);
 // true only for an option with a value: a bare switch does not count here
 bool HasAppParam(const QString& name);
 
+// The program's title, which message boxes carry; the option C replaces it. Empty until the
+// program sets it.
+QString ApplicationTitle();
+void SetApplicationTitle(const QString& title);
+
 // the switch DEVELOPING was given
 extern bool DevelopingMode;
 

@@ -1,5 +1,7 @@
 #include "TnvDialogs.h"
 
+#include "AppUtils.h"
+
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDialog>
@@ -13,7 +15,7 @@ namespace norvik {
 namespace {
 
 QString Title() {
-    return QGuiApplication::applicationDisplayName();
+    return ApplicationTitle();
 }
 
 void ShowBox(QWidget* AParent, QMessageBox::Icon AIcon, const QString& AText, const QString& ADetails) {

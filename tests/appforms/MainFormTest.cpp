@@ -47,7 +47,7 @@ protected:
         TMainForm::Hooks() = TMainFormHooks{};
         TMainForm::Hooks().ShowError = [this](QWidget*, const QString& AText) { Errors << AText; };
         TMainForm::Hooks().SettingsPage = [] { return NamedPage(QStringLiteral("settings")); };
-        QGuiApplication::setApplicationDisplayName(QStringLiteral("Orvenna Rückmeldesystem"));
+        norvik::SetApplicationTitle(QStringLiteral("Orvenna Rückmeldesystem"));
     }
 
     void TearDown() override {
@@ -359,9 +359,11 @@ struct TitleCase {
 
 class TitleTest : public MainFormTest, public ::testing::WithParamInterface<TitleCase> {};
 
+// The window keeps its caption; the option C names the program in its messages.
 TEST_P(TitleTest, TakesTheTitleFromOptionC) {
     StartWith({QString::fromUtf8(GetParam().Argument)});
-    EXPECT_EQ(Create().windowTitle(), QString::fromUtf8(GetParam().Title));
+    EXPECT_EQ(Create().windowTitle(), QStringLiteral("Orvenna Rückmeldesystem für Physiotherapeuten"));
+    EXPECT_EQ(norvik::ApplicationTitle(), QString::fromUtf8(GetParam().Title));
 }
 
 INSTANTIATE_TEST_SUITE_P(Options, TitleTest,

@@ -98,7 +98,7 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("DISPLAY"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    QApplication::setApplicationDisplayName(QStringLiteral("Orvenna Rückmeldesystem"));
+    norvik::SetApplicationTitle(QStringLiteral("Orvenna Rückmeldesystem"));
     norvik::RegisterNamedMessages();
     norvik::FillCmdParams({QStringLiteral("orvenna")});
     norvik::FillAppParams({QStringLiteral("orvenna")});
