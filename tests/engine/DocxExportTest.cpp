@@ -20,20 +20,9 @@ using engine::TSubDocument;
 
 namespace {
 
-QString run(const QString& text, const QString& properties = QString()) {
-    return QStringLiteral("<w:r><w:rPr>%2</w:rPr><w:t xml:space=\"preserve\">%1</w:t></w:r>")
-        .arg(text, properties);
-}
-
-QString paragraph(const QString& content, const QString& properties = QString()) {
-    return QStringLiteral("<w:p><w:pPr>%2</w:pPr>%1</w:p>").arg(content, properties);
-}
-
-std::unique_ptr<TDocument> load(const QByteArray& docx) {
-    auto document = std::make_unique<TDocument>();
-    document->loadOpenXml(docx);
-    return document;
-}
+using docx::load;
+using docx::paragraph;
+using docx::run;
 
 std::unique_ptr<TDocument> roundTrip(const TDocument& original) {
     return load(TDocxExporter::toDocx(original));

@@ -19,24 +19,10 @@ using engine::TTabStops;
 
 namespace {
 
-QString run(const QString& text, const QString& properties = QString()) {
-    return QStringLiteral("<w:r><w:rPr>%2</w:rPr><w:t xml:space=\"preserve\">%1</w:t></w:r>")
-        .arg(text, properties);
-}
-
-QString paragraph(const QString& content, const QString& properties = QString()) {
-    return QStringLiteral("<w:p><w:pPr>%2</w:pPr>%1</w:p>").arg(content, properties);
-}
-
-QString textParagraph(const QString& text) {
-    return paragraph(run(text));
-}
-
-std::unique_ptr<TDocument> load(const TestDocx& docx) {
-    auto document = std::make_unique<TDocument>();
-    document->loadOpenXml(docx.bytes());
-    return document;
-}
+using docx::load;
+using docx::paragraph;
+using docx::run;
+using docx::textParagraph;
 
 // the character format of the first character of the given text
 QTextCharFormat formatOf(const TSubDocument& document, const QString& text) {

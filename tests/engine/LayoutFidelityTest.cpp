@@ -21,27 +21,20 @@ namespace units = engine::units;
 
 namespace {
 
+using docx::load;
+using docx::paragraph;
+
 // Carlito's ascent and descent, 1950 and 550 of 2048 units: Word's single line
 constexpr double kCarlitoLine = 2500.0 / 2048.0;
 
+// a run in Carlito, whose metrics the expectations are made of
 QString run(const QString& text, const QString& properties = QString()) {
-    return QStringLiteral("<w:r><w:rPr><w:rFonts w:ascii=\"Carlito\" w:hAnsi=\"Carlito\"/>%2</w:rPr>"
-                          "<w:t xml:space=\"preserve\">%1</w:t></w:r>")
-        .arg(text, properties);
-}
-
-QString paragraph(const QString& content, const QString& properties = QString()) {
-    return QStringLiteral("<w:p><w:pPr>%2</w:pPr>%1</w:p>").arg(content, properties);
-}
-
-std::unique_ptr<TDocument> load(const QByteArray& docx) {
-    auto document = std::make_unique<TDocument>();
-    document->loadOpenXml(docx);
-    return document;
+    return docx::run(text,
+                     QStringLiteral("<w:rFonts w:ascii=\"Carlito\" w:hAnsi=\"Carlito\"/>") + properties);
 }
 
 std::unique_ptr<TDocument> load(const QString& body) {
-    return load(TestDocx().body(body).bytes());
+    return docx::load(TestDocx().body(body));
 }
 
 // the top of a paragraph's first line in the body, in points

@@ -15,10 +15,7 @@
 
 namespace {
 
-QString textParagraph(const QString& text, const QString& runProperties = QString()) {
-    return QStringLiteral("<w:p><w:r><w:rPr>%2</w:rPr><w:t xml:space=\"preserve\">%1</w:t></w:r></w:p>")
-        .arg(text, runProperties);
-}
+using docx::textParagraph;
 
 // a catalogue small enough to check line by line
 const QString kSmallCatalogue = QStringLiteral(

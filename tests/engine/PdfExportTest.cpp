@@ -10,9 +10,7 @@ using engine::TDocument;
 
 namespace {
 
-QString textParagraph(const QString& text) {
-    return QStringLiteral("<w:p><w:r><w:t xml:space=\"preserve\">%1</w:t></w:r></w:p>").arg(text);
-}
+using docx::textParagraph;
 
 QByteArray pdfOf(const TestDocx& docx) {
     TDocument document;

@@ -1,5 +1,7 @@
 #include "TestDocx.h"
 
+#include "TDocument.h"
+
 #include <QBuffer>
 #include <QImage>
 #include <gtest/gtest.h>
@@ -163,3 +165,30 @@ QByteArray TestDocx::bytes() const {
     zip.close();
     return result;
 }
+
+namespace docx {
+
+QString run(const QString& text, const QString& properties) {
+    return QStringLiteral("<w:r><w:rPr>%2</w:rPr><w:t xml:space=\"preserve\">%1</w:t></w:r>")
+        .arg(text, properties);
+}
+
+QString paragraph(const QString& content, const QString& properties) {
+    return QStringLiteral("<w:p><w:pPr>%2</w:pPr>%1</w:p>").arg(content, properties);
+}
+
+QString textParagraph(const QString& text, const QString& runProperties) {
+    return paragraph(run(text, runProperties));
+}
+
+std::unique_ptr<engine::TDocument> load(const QByteArray& package) {
+    auto document = std::make_unique<engine::TDocument>();
+    document->loadOpenXml(package);
+    return document;
+}
+
+std::unique_ptr<engine::TDocument> load(const TestDocx& package) {
+    return load(package.bytes());
+}
+
+} // namespace docx

@@ -3,7 +3,12 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <memory>
 #include <utility>
+
+namespace engine {
+class TDocument;
+}
 
 // Builds a DOCX package from WordprocessingML text written in the test, so that every test
 // document is readable where it is used. The namespaces of Word's parts are declared for it.
@@ -45,3 +50,14 @@ private:
     QList<TPart> m_parts;
     QByteArray m_picture;
 };
+
+// Pieces of WordprocessingML for the body of a TestDocx, and the loading of a package.
+namespace docx {
+
+QString run(const QString& text, const QString& properties = QString());
+QString paragraph(const QString& content, const QString& properties = QString());
+QString textParagraph(const QString& text, const QString& runProperties = QString());
+std::unique_ptr<engine::TDocument> load(const QByteArray& package);
+std::unique_ptr<engine::TDocument> load(const TestDocx& package);
+
+} // namespace docx
