@@ -178,9 +178,14 @@ void TMainForm::CreateComponents() {
 }
 
 void TMainForm::CenterOnScreen() {
-    resize(minimumSize());
-    if (const QScreen* screen = QGuiApplication::primaryScreen())
-        move(screen->availableGeometry().center() - rect().center());
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    if (!screen) {
+        resize(StartWidth, StartHeight);
+        return;
+    }
+    const QRect available = screen->availableGeometry();
+    resize(QSize(StartWidth, StartHeight).boundedTo(available.size()).expandedTo(minimumSize()));
+    move(available.center() - rect().center());
 }
 
 QString TMainForm::VersionText() const {

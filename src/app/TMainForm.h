@@ -45,6 +45,10 @@ public:
                        "konfigurieren Sie das Rückmeldesystem.");
     static constexpr int MinimumWidth = 735;
     static constexpr int MinimumHeight = 500;
+    // the size the window opens with where the screen has room: the pages' forms fit it
+    // without scrolling
+    static constexpr int StartWidth = 1000;
+    static constexpr int StartHeight = 700;
     static constexpr int RefreshLastPageDelay = 250;
 
     // the hooks of the process; the main window reads them when it opens a screen
@@ -97,6 +101,7 @@ private:
     QHash<QWidget*, QPointer<QWidget>> FLastFocused;
 
     void CreateComponents();
+    // opens at the start size, or at what the screen can hold, at the screen's centre
     void CenterOnScreen();
     // the welcome page on a plain start, with the settings page over it while the outbox is
     // not set; the wizard at once when another program started us

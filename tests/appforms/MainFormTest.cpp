@@ -284,6 +284,15 @@ TEST_F(MainFormTest, HasItsMinimumSize) {
     EXPECT_EQ(form.minimumSize(), QSize(735, 500));
 }
 
+// where the screen has room the window opens larger than its minimum, at the screen's centre
+TEST_F(MainFormTest, OpensAtItsStartSizeInTheScreensCentre) {
+    TMainForm& form = Create();
+    const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
+    const QSize expected = QSize(1000, 700).boundedTo(available.size()).expandedTo(QSize(735, 500));
+    EXPECT_EQ(form.size(), expected);
+    EXPECT_LE((form.geometry().center() - available.center()).manhattanLength(), 2);
+}
+
 // a page with two edits below a label, the way a form's fields follow its heading
 QWidget* PageWithFields(const QString& AName) {
     QWidget* page = NamedPage(AName);
