@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
     build-essential cmake ninja-build ccache pkg-config clang
-    qt6-base-dev qt6-base-dev-tools libqt6core5compat6-dev
+    qt6-base-dev qt6-base-dev-tools qt6-5compat-dev
     qt6-pdf-dev libqt6svg6
     libsqlite3-dev zlib1g-dev libldap-dev libquazip1-qt6-dev
     libgtest-dev libgmock-dev googletest libbenchmark-dev rapidjson-dev
