@@ -143,9 +143,7 @@ TnvInsertUpdateHelper::CreateAndUpdate(InvDBConnection& AConn, const QString& AT
                                        const QString& AKeyField, const QString& AKeyValue,
                                        bool APhysicalDelete, TnvInsertUpdateHelperModes AModes) {
     auto helper = std::make_unique<TnvInsertUpdateHelper>(AConn, ATableName, APhysicalDelete);
-    helper->FUpdateKind = ukModify;
-    helper->SetKeyFields(AKeyField);
-    helper->SetKeyValues(AKeyValue);
+    helper->TargetRow(ukModify, AKeyField, AKeyValue);
     if (AModes.testFlag(ktiuhAddChangedFields))
         helper->AddChangedFields();
     return helper;
@@ -167,15 +165,11 @@ TnvInsertUpdateHelper::CreateAndInsertUpdate(InvDBConnection& AConn, const QStri
             helper->AddCreationFieldsEx();
         return helper;
     }
-    helper->FUpdateKind = ukModify;
-    helper->SetKeyFields(AKeyField);
-    helper->SetKeyValues(AKeyValue);
+    helper->TargetRow(ukModify, AKeyField, AKeyValue);
     if (AModes.testFlag(ktiuhAddChangedFields)) {
-        if (hasID) {
-            helper->SetKeyFields(idField);
-            helper->SetKeyValues(
-                QString::number(existing->FieldByName(QStringLiteral("__iKey")).AsLargeInt()));
-        }
+        if (hasID)
+            helper->TargetRow(ukModify, idField,
+                              QString::number(existing->FieldByName(QStringLiteral("__iKey")).AsLargeInt()));
         helper->AddChangedFields();
     }
     return helper;
@@ -188,9 +182,7 @@ TnvInsertUpdateHelper::CreateAndDelete(InvDBConnection& AConn, const QString& AT
                                        const QString& AKeyField, const QString& AKeyValue,
                                        bool APhysicalDelete, TnvInsertUpdateHelperModes AModes) {
     auto helper = std::make_unique<TnvInsertUpdateHelper>(AConn, ATableName, APhysicalDelete);
-    helper->FUpdateKind = ukDelete;
-    helper->SetKeyFields(AKeyField);
-    helper->SetKeyValues(AKeyValue);
+    helper->TargetRow(ukDelete, AKeyField, AKeyValue);
     if (APhysicalDelete)
         return helper;
     if (AModes.testFlag(ktiuhAddChangedFields))
@@ -564,6 +556,12 @@ void TnvInsertUpdateHelper::SetKeyValues(const QString& AValue) {
 }
 
 // "(ADRID=10000001)", or "(CFGUser='SYSTEM' AND CFGCode='DAME')" for a key of two fields
+void TnvInsertUpdateHelper::TargetRow(TUpdateKind AKind, const QString& AKeyField, const QString& AKeyValue) {
+    FUpdateKind = AKind;
+    SetKeyFields(AKeyField);
+    SetKeyValues(AKeyValue);
+}
+
 void TnvInsertUpdateHelper::RebuildKeyFilter() {
     if (FKeyFields.isEmpty() || FKeyValues.isEmpty())
         return;

@@ -188,6 +188,8 @@ private:
     QString EncodeDate(TDateTime AValue, bool AWithTime) const;
     qint64 FetchID(int ARange);
     void RebuildKeyFilter();
+    // the statement changes the row (or rows) whose key field holds the value
+    void TargetRow(TUpdateKind AKind, const QString& AKeyField, const QString& AKeyValue);
     void CheckKeyFilter() const;
     bool IsPhysicalDelete() const;
     QString Statement() const;

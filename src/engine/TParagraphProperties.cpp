@@ -2,6 +2,7 @@
 
 #include "DocUnits.h"
 #include "OpenXmlReading.h"
+#include "OptionalOverride.h"
 #include "TTabLeaders.h"
 
 #include <algorithm>
@@ -9,11 +10,6 @@
 namespace engine {
 
 namespace {
-
-template <typename T> void take(std::optional<T>& mine, const std::optional<T>& theirs) {
-    if (theirs)
-        mine = theirs;
-}
 
 std::optional<double> twipsAttribute(const QXmlStreamReader& xml, QStringView name) {
     if (const auto value = openxml::numberAttribute(xml, name))
@@ -47,8 +43,8 @@ void readIndent(const QXmlStreamReader& xml, TParagraphProperties& props) {
 }
 
 void readSpacing(const QXmlStreamReader& xml, TParagraphProperties& props) {
-    take(props.spaceBefore, twipsAttribute(xml, u"before"));
-    take(props.spaceAfter, twipsAttribute(xml, u"after"));
+    overrideIfSet(props.spaceBefore, twipsAttribute(xml, u"before"));
+    overrideIfSet(props.spaceAfter, twipsAttribute(xml, u"after"));
     const auto line = openxml::numberAttribute(xml, u"line");
     if (!line)
         return;
@@ -89,16 +85,16 @@ void readTabs(QXmlStreamReader& xml, TParagraphProperties& props) {
 } // namespace
 
 void TParagraphProperties::overrideWith(const TParagraphProperties& other) {
-    take(style, other.style);
-    take(alignment, other.alignment);
-    take(leftIndent, other.leftIndent);
-    take(rightIndent, other.rightIndent);
-    take(firstLineIndent, other.firstLineIndent);
-    take(spaceBefore, other.spaceBefore);
-    take(spaceAfter, other.spaceAfter);
-    take(lineSpacing, other.lineSpacing);
-    take(pageBreakBefore, other.pageBreakBefore);
-    take(contextualSpacing, other.contextualSpacing);
+    overrideIfSet(style, other.style);
+    overrideIfSet(alignment, other.alignment);
+    overrideIfSet(leftIndent, other.leftIndent);
+    overrideIfSet(rightIndent, other.rightIndent);
+    overrideIfSet(firstLineIndent, other.firstLineIndent);
+    overrideIfSet(spaceBefore, other.spaceBefore);
+    overrideIfSet(spaceAfter, other.spaceAfter);
+    overrideIfSet(lineSpacing, other.lineSpacing);
+    overrideIfSet(pageBreakBefore, other.pageBreakBefore);
+    overrideIfSet(contextualSpacing, other.contextualSpacing);
     tabs.insert(tabs.end(), other.tabs.begin(), other.tabs.end());
 }
 

@@ -1,15 +1,11 @@
 #include "TRunProperties.h"
 
 #include "OpenXmlReading.h"
+#include "OptionalOverride.h"
 
 namespace engine {
 
 namespace {
-
-template <typename T> void take(std::optional<T>& mine, const std::optional<T>& theirs) {
-    if (theirs)
-        mine = theirs;
-}
 
 void readFonts(QXmlStreamReader& xml, TRunProperties& props) {
     const QString family = openxml::attribute(xml, u"ascii");
@@ -49,14 +45,14 @@ void TRunProperties::overrideWith(const TRunProperties& other) {
         family = other.family;
         themeFont = other.themeFont;
     }
-    take(pointSize, other.pointSize);
-    take(bold, other.bold);
-    take(italic, other.italic);
-    take(underline, other.underline);
-    take(strikeOut, other.strikeOut);
-    take(color, other.color);
-    take(verticalAlign, other.verticalAlign);
-    take(characterStyle, other.characterStyle);
+    overrideIfSet(pointSize, other.pointSize);
+    overrideIfSet(bold, other.bold);
+    overrideIfSet(italic, other.italic);
+    overrideIfSet(underline, other.underline);
+    overrideIfSet(strikeOut, other.strikeOut);
+    overrideIfSet(color, other.color);
+    overrideIfSet(verticalAlign, other.verticalAlign);
+    overrideIfSet(characterStyle, other.characterStyle);
 }
 
 TRunProperties TRunProperties::read(QXmlStreamReader& xml) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TConnectionSource.h"
 #include "TFeedbackDocument.h"
 #include "TFeedbackWizardState.h"
 #include "TScaleForm.h"
@@ -33,9 +34,6 @@ class TFeedbackWizardForm : public norvik::TScaleForm {
     Q_OBJECT
 
 public:
-    // asked at each use; nullptr when there is no database
-    using TConnectionSource = std::function<norvik::InvDBConnection*()>;
-
     enum TPage { PatientPage, ReferralPage, ContentPage, PublishPage, PageCount };
     static constexpr int SetFocusDelay = 150;
 

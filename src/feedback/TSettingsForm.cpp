@@ -494,7 +494,7 @@ void TSettingsForm::closeEvent(QCloseEvent* AEvent) {
         SettingsForm = nullptr;
 }
 
-TSettingsForm* OpenSettings(const TSettingsForm::TConnectionSource& AConnection,
+TSettingsForm* OpenSettings(const TConnectionSource& AConnection,
                             const std::function<void()>& AOnCheckUpdate) {
     if (!SettingsForm)
         SettingsForm = new TSettingsForm(AConnection);

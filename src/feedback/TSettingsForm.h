@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TConnectionSource.h"
 #include "TScaleForm.h"
 #include "TSettingsPreferences.h"
 
@@ -27,8 +28,6 @@ class TSettingsForm : public norvik::TScaleForm {
     Q_OBJECT
 
 public:
-    // asked at each use; nullptr when there is no database
-    using TConnectionSource = std::function<norvik::InvDBConnection*()>;
     enum class TWizardButton { Cancel, Finish };
 
     static inline const QString Title = QStringLiteral("Einstellungen");
@@ -125,5 +124,5 @@ private:
 // Creates the settings page if there is none, sets its update check, reads its values and
 // gives it back; pushing it onto the main window is up to the caller. nullptr, with the
 // message shown, when the values could not be read.
-TSettingsForm* OpenSettings(const TSettingsForm::TConnectionSource& AConnection,
+TSettingsForm* OpenSettings(const TConnectionSource& AConnection,
                             const std::function<void()>& AOnCheckUpdate);
